@@ -1,0 +1,53 @@
+#include "dom/declaration_scope.hpp"
+
+namespace netxml {
+
+bool DeclarationScope::push(PrefixScope& scope, ChunkStack& memory, std::string_view prefix,
+                            const XML_DOM_NsDecl* decl, std::size_t depth) noexcept
+{
+    const ChunkStack::Mark mark = memory.mark();
+    void* block = memory.allocate(sizeof(Entry));
+    if (!block) return false;
+    Entry* entry = new (block) Entry{{nullptr, nullptr, prefix, depth}, decl, mark};
+    if (scope.push(entry)) return true;
+    memory.release(mark);
+    return false;
+}
+
+bool DeclarationScope::enter(const XML_DOM_Node* element, std::size_t depth) noexcept
+{
+    for (const XML_DOM_NsDecl* decl = element->firstNs; decl; decl = decl->next) {
+        if (!add(decl, depth)) return false;
+    }
+    return true;
+}
+
+bool DeclarationScope::add(const XML_DOM_NsDecl* decl, std::size_t depth) noexcept
+{
+    return push(scope_, memory_, decl->prefix ? decl->prefix : "", decl, depth);
+}
+
+void DeclarationScope::leave(std::size_t depth) noexcept
+{
+    while (const PrefixEntry* entry = scope_.newest()) {
+        if (entry->depth != depth) return;
+        const ChunkStack::Mark mark = static_cast<const Entry*>(entry)->mark;
+        scope_.pop();
+        memory_.release(mark);
+    }
+}
+
+bool DeclarationScope::find(const char* prefix, const XML_DOM_NsDecl*& decl) noexcept
+{
+    const std::string_view wanted{prefix ? prefix : ""};
+    const PrefixEntry* entry = scope_.find(wanted);
+    if (!entry) entry = baseScope_.find(wanted);
+    if (entry) {
+        decl = static_cast<const Entry*>(entry)->decl;
+        return true;
+    }
+    decl = findDeclaration(base_, prefix);
+    return push(baseScope_, baseMemory_, wanted, decl, 0);
+}
+
+}  // namespace netxml

@@ -1,0 +1,40 @@
+// The declarations in scope while a copy walks down a tree: what findDeclaration() would find from
+// each element on the way, without walking back up from each.
+#pragma once
+
+#include "dom/namespace.hpp"
+#include "support/chunk_stack.hpp"
+#include "support/prefix_scope.hpp"
+
+namespace netxml {
+
+class DeclarationScope {
+public:
+    // `base` is the node above the first element to be entered, or nullptr.
+    explicit DeclarationScope(const XML_DOM_Node* base) noexcept : base_{base} {}
+
+    // Adds what an element at `depth` (1 for the first level) declares.
+    [[nodiscard]] bool enter(const XML_DOM_Node* element, std::size_t depth) noexcept;
+    [[nodiscard]] bool add(const XML_DOM_NsDecl* decl, std::size_t depth) noexcept;
+    void leave(std::size_t depth) noexcept;  // drops what was added at that depth
+
+    // False when memory runs out; otherwise `decl` is what is in scope, or nullptr.
+    [[nodiscard]] bool find(const char* prefix, const XML_DOM_NsDecl*& decl) noexcept;
+
+private:
+    struct Entry : PrefixEntry {
+        const XML_DOM_NsDecl* decl;
+        ChunkStack::Mark mark;  // of the memory before this entry
+    };
+
+    static bool push(PrefixScope& scope, ChunkStack& memory, std::string_view prefix,
+                     const XML_DOM_NsDecl* decl, std::size_t depth) noexcept;
+
+    const XML_DOM_Node* base_;
+    ChunkStack memory_;
+    PrefixScope scope_;
+    ChunkStack baseMemory_;
+    PrefixScope baseScope_;  // what was looked up from `base` before, also in vain
+};
+
+}  // namespace netxml

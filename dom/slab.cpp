@@ -1,0 +1,73 @@
+#include "dom/slab.hpp"
+
+namespace netxml {
+
+void releaseArena(Slab* first) noexcept
+{
+    while (first) {
+        Slab* next = first->next;
+        heap::release(first);
+        first = next;
+    }
+}
+
+void dropRecords(Slab* slab, std::uint32_t count) noexcept
+{
+    // Release what this thread did to the records; acquire what other threads did, before freeing.
+    if (slab->living.fetch_sub(count, std::memory_order_acq_rel) != count) return;
+    Slab* first = slab->first;
+    const bool isFirst = slab == first;
+    heap::release(slab);
+    if (!isFirst && first->living.fetch_sub(1, std::memory_order_acq_rel) == 1)
+        heap::release(first);
+}
+
+Arena::Arena(std::size_t firstSize) noexcept
+    : nextSize_{firstSize < kSmallestSlab ? kSmallestSlab
+                : firstSize > kSlabSize   ? kSlabSize
+                                          : firstSize}
+{
+}
+
+bool Arena::nextSlab(std::size_t needed) noexcept
+{
+    const std::size_t wanted = needed + kSlabHeader;
+    const std::size_t size = wanted > nextSize_ ? wanted : nextSize_;
+    void* block = heap::allocate(size);
+    if (!block) return false;
+    Slab* current = reinterpret_cast<Slab*>(begin_);
+    Slab* slab = new (block) Slab{0, false, first_, nullptr};
+    if (first_) {
+        current->living.store(records_, std::memory_order_relaxed);
+        current->next = slab;
+    } else {
+        first_ = slab->first = slab;
+    }
+    begin_ = static_cast<char*>(block);
+    cursor_ = begin_ + kSlabHeader;
+    end_ = begin_ + size;
+    records_ = 0;
+    nextSize_ = nextSize_ < kSlabSize / 4 ? nextSize_ * 4 : kSlabSize;
+    return true;
+}
+
+void Arena::seal(bool wholeTree) noexcept
+{
+    if (!first_) return;
+    reinterpret_cast<Slab*>(begin_)->living.store(records_, std::memory_order_relaxed);
+    std::uint32_t others = 0;
+    for (const Slab* slab = first_->next; slab; slab = slab->next) ++others;
+    first_->living.fetch_add(others, std::memory_order_relaxed);
+    first_->edited = edited_ || !wholeTree;
+    first_ = nullptr;
+    begin_ = cursor_ = end_ = nullptr;
+}
+
+void Arena::discard() noexcept
+{
+    releaseArena(first_);
+    first_ = nullptr;
+    begin_ = cursor_ = end_ = nullptr;
+}
+
+}  // namespace netxml

@@ -1,0 +1,115 @@
+// Slabs: the blocks that a parse or a copy lays records and strings into, in document order.
+//
+// A slab counts its living records and goes back to the heap with the last of them, whichever
+// thread owns the tree that this one has come into by then; hence the atomic count. The first slab
+// of an arena outlives the others, so that each can find the arena's state there.
+//
+// As long as nothing of an arena was edited, the tree under its root is exactly what the arena
+// holds, and deleting that root releases the slabs without visiting a single record.
+#pragma once
+
+#include "dom/node.hpp"
+#include "support/heap.hpp"
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+
+namespace netxml {
+
+struct Slab {
+    std::atomic<std::uint32_t> living;  // records; in the first slab, the other slabs count too
+    bool edited;                        // of the first slab: the arena is no longer one whole tree
+    Slab* first;
+    Slab* next;
+};
+inline constexpr std::size_t kSlabHeader = (sizeof(Slab) + 7) / 8 * 8;
+
+// The slab that a record with this home lies in.
+inline Slab* slabAt(const void* record, Home home) noexcept
+{
+    char* bytes = static_cast<char*>(const_cast<void*>(record));
+    return reinterpret_cast<Slab*>(bytes - home.slabOffset());
+}
+template <class Record>
+Slab* slabOf(Record* record) noexcept
+{
+    return slabAt(record, record->home);
+}
+
+// To be called before a record's links or strings change. Only a tree that is still whole is
+// written to, and that one has a single owner.
+template <class Record>
+void markEdited(Record* record) noexcept
+{
+    if (!record->home.inSlab()) return;
+    Slab* first = slabOf(record)->first;
+    if (!first->edited) first->edited = true;
+}
+
+// True when all slabs of the record's arena may go with this root.
+inline bool isWholeArena(const XML_DOM_Node* root) noexcept
+{
+    return root->home.inSlab() && root->document && !slabOf(root)->first->edited;
+}
+
+// Releases every slab of an arena.
+void releaseArena(Slab* first) noexcept;
+
+// Takes `count` records off a slab's count, and releases the slab with the last.
+void dropRecords(Slab* slab, std::uint32_t count) noexcept;
+
+// Lays out records and strings while a tree is being built.
+class Arena {
+public:
+    static constexpr std::size_t kSlabSize = 64 * 1024 - 64;  // with the heap's own header: 64 KiB
+    static constexpr std::size_t kSmallestSlab = 1024;
+    static constexpr std::size_t kLongText =
+        4 * 1024;  // longer strings are heap blocks of their own
+
+    // `firstSize` is a guess of what the whole tree takes. Nothing is allocated before it is
+    // needed.
+    explicit Arena(std::size_t firstSize) noexcept;
+    Arena(const Arena&) = delete;
+    Arena& operator=(const Arena&) = delete;
+
+    // A record (8-byte aligned, its size known) with `textSize` bytes behind it, not initialised,
+    // or nullptr. `home` receives what the record has to keep.
+    void* record(std::size_t size, std::size_t textSize, Home& home) noexcept
+    {
+        const std::size_t total = (size + textSize + 7) & ~std::size_t{7};
+        if (static_cast<std::size_t>(end_ - cursor_) < total && !nextSlab(total)) return nullptr;
+        char* block = cursor_;
+        cursor_ += total;
+        ++records_;
+        home.bits = static_cast<std::uint32_t>((block - begin_) / 8) << Home::kOffsetShift;
+        return block;
+    }
+    // Gives back the end of the text behind the last record, which turned out shorter.
+    void shortenLast(char* textEnd) noexcept
+    {
+        cursor_ = begin_ + ((static_cast<std::size_t>(textEnd - begin_) + 7) & ~std::size_t{7});
+    }
+    // To be called when a string of a record is a heap block: deletion then visits the records.
+    void noteHeapString() noexcept { edited_ = true; }
+
+    // Ends the building: the records belong to the tree from here on. `wholeTree` says that they
+    // are one document and nothing else.
+    void seal(bool wholeTree) noexcept;
+    // Releases all that was laid out; strings on the heap are the caller's to free first.
+    void discard() noexcept;
+    bool holdsHeapStrings() const noexcept { return edited_; }
+
+private:
+    bool nextSlab(std::size_t needed) noexcept;
+
+    char* cursor_ = nullptr;
+    char* end_ = nullptr;
+    char* begin_ = nullptr;      // of the current slab
+    std::uint32_t records_ = 0;  // in the current slab
+    bool edited_ = false;
+    Slab* first_ = nullptr;
+    std::size_t nextSize_;
+};
+
+}  // namespace netxml

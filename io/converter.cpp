@@ -1,0 +1,109 @@
+#include "io/converter.hpp"
+
+#include "io/encoding.hpp"
+#include "support/block.hpp"
+
+#include <cerrno>
+#include <cstring>
+
+namespace netxml {
+namespace {
+
+// iconv() takes its input as char** in some systems and as const char** in others.
+template <class Text>
+std::size_t call(std::size_t (*convert)(iconv_t, Text**, std::size_t*, char**, std::size_t*),
+                 iconv_t converter, ConvertInput& in, ConvertOutput& out) noexcept
+{
+    Text* from = reinterpret_cast<Text*>(const_cast<std::uint8_t*>(in.cursor));
+    char* to = reinterpret_cast<char*>(out.cursor);
+    std::size_t fromLeft = in.left();
+    std::size_t toLeft = out.left();
+    const std::size_t result = convert(converter, &from, &fromLeft, &to, &toLeft);
+    in.cursor = in.end - fromLeft;
+    out.cursor = out.end - toLeft;
+    return result;
+}
+
+ConvertEnd convertOnce(iconv_t converter, ConvertInput& in, ConvertOutput& out) noexcept
+{
+    if (call(iconv, converter, in, out) != static_cast<std::size_t>(-1)) return ConvertEnd::Done;
+    switch (errno) {
+    case E2BIG: return ConvertEnd::Full;
+    case EINVAL: return ConvertEnd::Incomplete;
+    default: return ConvertEnd::Invalid;
+    }
+}
+
+// Copies ASCII as far as it goes and fits.
+void copyAscii(ConvertInput& in, ConvertOutput& out) noexcept
+{
+    const std::size_t most = in.left() < out.left() ? in.left() : out.left();
+    const std::uint8_t* stop = findHigh(in.cursor, in.cursor + most);
+    const std::size_t size = static_cast<std::size_t>(stop - in.cursor);
+    if (size == 0) return;
+    std::memcpy(out.cursor, in.cursor, size);
+    in.cursor = stop;
+    out.cursor += size;
+}
+
+// Where the next run of ASCII begins that is long enough to be worth leaving the converter for.
+const std::uint8_t* endOfMixedRun(XML_Encoding source, const ConvertInput& in) noexcept
+{
+    constexpr std::ptrdiff_t kWorthwhile = 32;
+    const std::uint8_t* p = in.cursor;
+    while (p != in.end) {
+        if (*p >= 0x80) {
+            p += characterLength(source, p, in.end);
+            continue;
+        }
+        const std::uint8_t* stop = findHigh(p, in.end);
+        if (stop == in.end || stop - p >= kWorthwhile) return p;
+        p = stop;
+    }
+    return p;
+}
+
+}  // namespace
+
+iconv_t openConverter(const char* target, const char* source) noexcept
+{
+    return target && source ? iconv_open(target, source) : noConverter();
+}
+
+void closeConverter(iconv_t& converter) noexcept
+{
+    if (isOpen(converter)) iconv_close(converter);
+    converter = noConverter();
+}
+
+ConvertEnd convertThrough(iconv_t converter, ConvertInput& in, ConvertOutput& out) noexcept
+{
+    for (;;) {
+        constexpr std::size_t kSlack = 64;
+        const std::size_t fitting = out.left() + kSlack;
+        if (in.left() <= fitting) return convertOnce(converter, in, out);
+        ConvertInput piece{in.cursor, in.cursor + fitting};
+        const ConvertEnd end = convertOnce(converter, piece, out);
+        in.cursor = piece.cursor;  // a piece may end inside a character: that begins the next piece
+        if (end == ConvertEnd::Full || end == ConvertEnd::Invalid) return end;
+    }
+}
+
+ConvertEnd convertAroundAscii(iconv_t converter, XML_Encoding source, ConvertInput& in,
+                              ConvertOutput& out) noexcept
+{
+    for (;;) {
+        copyAscii(in, out);
+        if (in.left() == 0) return ConvertEnd::Done;
+        if (*in.cursor < 0x80) return ConvertEnd::Full;
+        ConvertInput run{in.cursor, endOfMixedRun(source, in)};
+        const std::uint8_t* runEnd = run.end;
+        ConvertEnd end = convertThrough(converter, run, out);
+        in.cursor = run.cursor;
+        if (end == ConvertEnd::Incomplete && runEnd != in.end)
+            end = convertThrough(converter, in, out);  // malformed: the converter judges it in full
+        if (end != ConvertEnd::Done) return end;
+    }
+}
+
+}  // namespace netxml

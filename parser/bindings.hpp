@@ -1,0 +1,58 @@
+// The namespace bindings in scope at a place of the document.
+#pragma once
+
+#include "netxml/dom.h"
+#include "parser/parse_error.hpp"
+#include "parser/span.hpp"
+#include "support/chunk_stack.hpp"
+#include "support/prefix_scope.hpp"
+
+struct XML_DOM_NsDecl;
+
+namespace netxml {
+
+// One binding, in the memory of the element that declares it; dies with that element.
+struct Binding : PrefixEntry {
+    const char* prefixText;             // NULL for the default namespace
+    std::string_view name;              // NUL-terminated
+    const XML_DOM_NsDecl* declaration;  // what a tree being built made of it
+
+    const Binding* olderBinding() const noexcept { return static_cast<const Binding*>(older); }
+};
+
+// What a prefix stands for: a binding, or the XML namespace for `xml` without one.
+struct Resolution {
+    const Binding* binding;
+    const char* name;  // NULL where nothing is bound
+
+    std::string_view nameView() const noexcept { return name ? name : std::string_view{}; }
+};
+
+class Bindings {
+public:
+    // Adds what an element at `depth` declares; the texts are copied into `memory`, which must be
+    // released no earlier than drop() is called.
+    ParseError declare(ChunkStack& memory, Span prefix, Span name, std::size_t depth) noexcept;
+    // Drops what was declared at `depth`.
+    void drop(std::size_t depth) noexcept
+    {
+        while (scope_.newest() && scope_.newest()->depth == depth) scope_.pop();
+    }
+
+    Binding* newest() const noexcept { return static_cast<Binding*>(scope_.newest()); }
+    Resolution resolve(std::string_view prefix) const noexcept
+    {
+        const auto* binding = static_cast<const Binding*>(scope_.find(prefix));
+        if (binding) return {binding, binding->name.data()};
+        return {nullptr, prefix == "xml" ? XML_NAMESPACE_XML : nullptr};
+    }
+
+private:
+    PrefixScope scope_;
+};
+
+// True when a prefix (empty for the default namespace) may be declared for a namespace name; a
+// prefix that is given but empty counts as given.
+bool mayDeclare(bool prefixGiven, std::string_view prefix, std::string_view name) noexcept;
+
+}  // namespace netxml

@@ -1,0 +1,123 @@
+#include "parser/cursor.hpp"
+
+#include "support/block.hpp"
+
+namespace netxml {
+namespace {
+
+// Line and column by the rule: a line feed breaks the line, and so does a carriage return that no
+// line feed follows in the buffer; every other character is a column.
+class Position {
+public:
+    Position(std::uint32_t line, std::uint32_t column, const std::uint8_t* bufferEnd) noexcept
+        : line_{line}, column_{column}, bufferEnd_{bufferEnd}
+    {
+    }
+
+    void pass(const std::uint8_t* p, const std::uint8_t* end) noexcept
+    {
+        while (static_cast<std::size_t>(end - p) >= NativeBlock::kWidth) {
+            const NativeBlock block = NativeBlock::load(p);
+            if (block.equal('\n') | block.equal('\r')) passSingly(p, p + NativeBlock::kWidth);
+            else column_ += static_cast<std::uint32_t>(NativeBlock::count(block.leading()));
+            p += NativeBlock::kWidth;
+        }
+        passSingly(p, end);
+    }
+    std::uint32_t line() const noexcept { return line_; }
+    std::uint32_t column() const noexcept { return column_; }
+
+private:
+    void passSingly(const std::uint8_t* p, const std::uint8_t* end) noexcept
+    {
+        for (; p != end; ++p) {
+            const bool pairs = *p == '\r' && p + 1 != bufferEnd_ && p[1] == '\n';
+            if (*p == '\n' || (*p == '\r' && !pairs)) {
+                ++line_;
+                column_ = 1;
+            } else if ((*p & 0xC0) != 0x80) {
+                ++column_;
+            }
+        }
+    }
+
+    std::uint32_t line_;
+    std::uint32_t column_;
+    const std::uint8_t* bufferEnd_;
+};
+
+}  // namespace
+
+void Cursor::settle() noexcept
+{
+    Position position{parser_.line, parser_.column, s_.end};
+    position.pass(counted_, s_.cursor);
+    parser_.line = position.line();
+    parser_.column = position.column();
+    counted_ = s_.cursor;
+}
+
+void Cursor::refill() noexcept
+{
+    settle();
+    XML_IO_Grow(&s_);
+    counted_ = s_.cursor;
+}
+
+void Cursor::require(std::size_t bytes) noexcept
+{
+    if (s_.status != StreamStatus::More || s_.available() >= bytes) return;
+    settle();
+    fillAhead(s_, bytes);
+    counted_ = s_.cursor;
+}
+
+StreamStatus Cursor::switchEncoding(XML_Encoding encoding) noexcept
+{
+    settle();
+    static_cast<void>(XML_IO_SwitchEncoding(&s_, encoding));
+    counted_ = s_.cursor;
+    return s_.status;
+}
+
+void Cursor::advanceSingly(std::size_t bytes) noexcept
+{
+    while (bytes != 0) {
+        const std::size_t step = stepOf(peek());
+        advance();
+        bytes -= step < bytes ? step : bytes;
+    }
+}
+
+void Cursor::advanceAsOne(std::size_t bytes) noexcept
+{
+    settle();
+    s_.cursor += bytes;
+    ++parser_.column;
+    counted_ = s_.cursor;
+    lookAhead();
+}
+
+// By the rule each blank is an advance with its refill, then the mark: a refill that comes due
+// behind the run's last blank finds the mark in front of that blank.
+void Cursor::skipBlankRun() noexcept
+{
+    while (atBlank()) {
+        std::uint8_t* start = s_.cursor;
+        const std::uint8_t* limit = runEnd();
+        std::uint8_t* p = start;
+        while (p != limit && isBlank(*p)) ++p;
+        if (p == start) {
+            advance();
+        } else if (p == limit && s_.status == StreamStatus::More) {
+            if (p - 1 != start) s_.mark = p - 1;
+            s_.cursor = p;
+            refill();
+        } else {
+            s_.cursor = p;
+        }
+        setMark();
+    }
+}
+
+}  // namespace netxml

@@ -1,0 +1,47 @@
+// From the parser's UTF-8 into the tree's encoding.
+#pragma once
+
+#include "netxml/io.h"
+#include "parser/parse_error.hpp"
+#include "parser/span.hpp"
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace netxml {
+
+inline constexpr XML_Encoding kParserEncoding = XML_ENCODING_UTF_8;
+inline constexpr XML_Encoding kTreeEncoding = XML_ENCODING_GB18030;
+
+// Converts bytes through a memory stream; the result is the stream's and valid until its next use.
+// A view without data on failure.
+std::string_view convertText(XML_IO_OutStream* stream, const char* bytes,
+                             std::size_t size) noexcept;
+
+// Converts spans for a tree. ASCII is passed through; a converter is opened when it is first
+// needed.
+class InternalText {
+public:
+    InternalText() = default;
+    InternalText(const InternalText&) = delete;
+    InternalText& operator=(const InternalText&) = delete;
+    ~InternalText() { XML_IO_OutStreamDestroy(stream_); }
+
+    // The result is valid until the next call, or as long as the span itself.
+    ParseError convert(Span span, std::string_view& text) noexcept
+    {
+        text = span.view();
+        return span.ascii ? ParseError::None : convertBeyondAscii(span, text);
+    }
+    // True once no converter could be had.
+    bool unavailable() const noexcept { return unavailable_; }
+
+private:
+    ParseError convertBeyondAscii(Span span, std::string_view& text) noexcept;
+
+    XML_IO_OutStream* stream_ = nullptr;
+    bool unavailable_ = false;
+};
+
+}  // namespace netxml

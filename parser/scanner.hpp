@@ -1,0 +1,109 @@
+// The scanner: markup to events, over a sink that is known when it is compiled.
+//
+// A sink has
+//
+//     static constexpr bool kReadsPosition;      // its events show line and column
+//     static constexpr bool kKeepsComments;      // wants comments and processing instructions
+//     static constexpr bool kTakesInputInPlace;  // copies at once what it keeps, and needs no NUL
+//     ParseError startDocument();
+//     ParseError endDocument();
+//     ParseError startElement(const StartTag& tag);
+//     ParseError endElement(const QName& name, const Bindings& bindings);
+//     ParseError characters(Span text);
+//     ParseError cdata(Span text);
+//     ParseError comment(Span text);
+//     ParseError processingInstruction(Span target, const Span* data);
+//
+// Spans are valid during the call. One that is not taken in place has a NUL behind it if it is a
+// name or an attribute's value.
+#pragma once
+
+#include "parser/bindings.hpp"
+#include "parser/cursor.hpp"
+#include "parser/parse_error.hpp"
+#include "parser/start_tag.hpp"
+#include "support/chunk_stack.hpp"
+#include "support/grow_buffer.hpp"
+
+namespace netxml {
+
+template <class Sink>
+class Scanner {
+public:
+    Scanner(XML_IO_InStream& stream, XML_Parser& parser, Sink& sink) noexcept
+        : cursor_{stream, parser}, parser_{parser}, sink_{sink}
+    {
+    }
+
+    // A whole document: declaration, prolog, root element, epilogue.
+    ParseError document() noexcept;
+    // Brings the parser's line and column up to the place reached.
+    void settle() noexcept { cursor_.settle(); }
+
+private:
+    // An element whose end tag has not come, with what its memory was before it.
+    struct OpenElement {
+        QName name;
+        ChunkStack::Mark memory;
+    };
+
+    // scan_misc.hpp
+    ParseError prolog() noexcept;
+    ParseError miscellaneous() noexcept;
+    ParseError comment() noexcept;
+    ParseError processingInstruction() noexcept;
+    ParseError instructionData(Span target) noexcept;
+
+    // scan_element.hpp
+    ParseError element() noexcept;
+    ParseError content() noexcept;
+    ParseError startTag() noexcept;
+    ParseError tagAttributes() noexcept;
+    ParseError tagAttribute() noexcept;
+    ParseError declaration(const QName& name, Span value) noexcept;
+    ParseError reportStart() noexcept;
+    ParseError endTag() noexcept;
+    ParseError closeElement() noexcept;
+    ParseError name(ChunkStack& memory, Span& name) noexcept;
+    ParseError qualifiedName(ChunkStack& memory, QName& name) noexcept;
+
+    // scan_text.hpp
+    ParseError characterData() noexcept;
+    ParseError cdataSection() noexcept;
+    ParseError attributeValue(Span& value) noexcept;
+    template <std::uint8_t kQuote>
+    ParseError quotedValue(Span& value) noexcept;
+    ParseError reference() noexcept;
+    ParseError characterReference() noexcept;
+    bool keepCopy(Span raw, Span& value) noexcept;
+
+    // To be called before each event.
+    void observe() noexcept
+    {
+        if constexpr (Sink::kReadsPosition) cursor_.settle();
+    }
+    std::size_t depth() const noexcept { return open_.size(); }
+
+    Cursor cursor_;
+    XML_Parser& parser_;
+    Sink& sink_;
+    bool inPlace_ = false;  // names and values are passed on where they lie in the input
+
+    GrowBuffer<OpenElement> open_;
+    ChunkStack openMemory_;  // names and bindings of open elements
+    Bindings bindings_;
+
+    GrowBuffer<TagAttribute> attributes_;  // of the start tag being read
+    std::size_t declarations_ = 0;         // on the start tag being read
+    ChunkStack tagMemory_;                 // names and values of the start tag being read
+    AttributeCheck attributeCheck_;
+
+    GrowBuffer<std::uint8_t> text_;  // text with references, put together
+    bool textAscii_ = true;
+};
+
+}  // namespace netxml
+
+#include "parser/scan_element.hpp"
+#include "parser/scan_misc.hpp"
+#include "parser/scan_text.hpp"

@@ -1,0 +1,33 @@
+// A piece of UTF-8 text, with what is known of it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace netxml {
+
+struct Span {
+    const std::uint8_t* data = nullptr;
+    std::size_t size = 0;
+    bool ascii = true;  // true only when no byte is beyond ASCII
+
+    bool empty() const noexcept { return size == 0; }
+    std::string_view view() const noexcept { return {reinterpret_cast<const char*>(data), size}; }
+};
+
+// A text of which nothing is known as a span.
+inline Span spanOf(std::string_view text) noexcept
+{
+    bool ascii = true;
+    for (const char c : text) ascii = ascii && static_cast<unsigned char>(c) < 0x80;
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size(), ascii};
+}
+
+// A name as written: the prefix is empty where there is none.
+struct QName {
+    Span prefix;
+    Span local;
+};
+
+}  // namespace netxml

@@ -1,0 +1,135 @@
+#include "parser/tree_sink.hpp"
+
+#include "dom/link.hpp"
+#include "dom/make.hpp"
+#include "dom/namespace.hpp"
+#include "parser/error_text.hpp"
+
+namespace netxml {
+namespace {
+
+// The declaration that a prefix is bound to; `xml` may be bound without one.
+const XML_DOM_NsDecl* boundTo(Span prefix, const Resolution& resolution) noexcept
+{
+    if (prefix.empty()) return nullptr;
+    return resolution.binding ? resolution.binding->declaration : &kXmlDeclaration;
+}
+
+void formatReport(char* buffer, std::uint32_t size, const char* format, ...) noexcept
+{
+    std::va_list arguments;
+    va_start(arguments, format);
+    writeErrorText(buffer, size, format, arguments);
+    va_end(arguments);
+}
+
+}  // namespace
+
+void TreeSink::report(XML_Parser& parser, const XML_IO_InStream& stream) noexcept
+{
+    const Excerpt excerpt{stream};
+    formatReport(errorText_, errorTextSize_, kReportFormat, static_cast<int>(parser.line),
+                 static_cast<int>(parser.column), excerpt.text(),
+                 messageOf(static_cast<ParseError>(parser.error)));
+}
+
+ParseError TreeSink::endDocument() noexcept
+{
+    root_->document->encoding = parser_->encoding;
+    return ParseError::None;
+}
+
+ParseError TreeSink::addElement(Span name) noexcept
+{
+    std::string_view text;
+    const ParseError error = names_.convert(name, text);
+    if (error != ParseError::None) return error;
+    XML_DOM_Node* element = makeElement(&arena_, text);
+    if (!element) return ParseError::Internal;
+    if (root_) {
+        appendChild(current_, element);
+    } else {
+        root_ = element;
+        root_->document = makeDocument(&arena_, root_);
+        if (!root_->document) return ParseError::Internal;
+    }
+    current_ = element;
+    return ParseError::None;
+}
+
+// Newest first, so each goes in front of the ones before it.
+ParseError TreeSink::addDeclarations(const StartTag& tag) noexcept
+{
+    Binding* binding = tag.newestBinding;
+    for (std::size_t i = 0; i < tag.declarationCount; ++i) {
+        const bool isDefault = !binding->prefixText;
+        const std::string_view name = binding->name;
+        std::string_view prefixText;
+        std::string_view nameText;
+        ParseError error = names_.convert(spanOf(binding->prefix), prefixText);
+        if (error == ParseError::None) error = values_.convert(spanOf(name), nameText);
+        if (error != ParseError::None) return error;
+        XML_DOM_NsDecl* decl =
+            makeDecl(&arena_, isDefault ? std::string_view{} : prefixText, nameText);
+        if (!decl) return ParseError::Internal;
+        decl->next = current_->firstNs;
+        current_->firstNs = decl;
+        if (!current_->lastNs) current_->lastNs = decl;
+        binding->declaration = decl;
+        binding = static_cast<Binding*>(binding->older);
+    }
+    return ParseError::None;
+}
+
+ParseError TreeSink::addAttribute(const TagAttribute& attribute) noexcept
+{
+    std::string_view name;
+    std::string_view value;
+    ParseError error = names_.convert(attribute.name.local, name);
+    if (error == ParseError::None) error = values_.convert(attribute.value, value);
+    if (error != ParseError::None) return error;
+    XML_DOM_Attr* attr = makeAttr(&arena_, name, value);
+    if (!attr) return ParseError::Internal;
+    appendAttr(current_, attr);
+    attr->nameSpace = boundTo(attribute.name.prefix, attribute.nameSpace);
+    return ParseError::None;
+}
+
+ParseError TreeSink::startElement(const StartTag& tag) noexcept
+{
+    ParseError error = addElement(tag.name.local);
+    if (error == ParseError::None && tag.declarationCount != 0) error = addDeclarations(tag);
+    if (error != ParseError::None) return error;
+    current_->nameSpace = boundTo(tag.name.prefix, tag.nameSpace);
+    for (std::size_t i = 0; i < tag.attributeCount && error == ParseError::None; ++i)
+        error = addAttribute(tag.attributes[i]);
+    return error;
+}
+
+ParseError TreeSink::textual(XML_DOM_NodeType type, Span text) noexcept
+{
+    std::string_view converted{""};
+    if (!text.empty()) {
+        const ParseError error = values_.convert(text, converted);
+        if (error != ParseError::None) return error;
+    }
+    XML_DOM_Node* node = makeTextual(&arena_, type, converted);
+    if (!node) return ParseError::Internal;
+    appendChild(current_, node);
+    return ParseError::None;
+}
+
+XML_DOM_Node* TreeSink::release() noexcept
+{
+    arena_.seal(true);
+    return root_;
+}
+
+bool TreeSink::discard() noexcept
+{
+    arena_.seal(true);
+    XML_DOM_DelNode(root_);  // nothing was laid out before the root
+    return names_.unavailable() || values_.unavailable();
+}
+
+}  // namespace netxml

@@ -1,0 +1,62 @@
+// The sink that builds a tree directly, in slabs and in document order.
+#pragma once
+
+#include "dom/slab.hpp"
+#include "parser/internal_text.hpp"
+#include "parser/start_tag.hpp"
+
+namespace netxml {
+
+class TreeSink {
+public:
+    static constexpr bool kReadsPosition = false;
+    static constexpr bool kKeepsComments = false;
+    static constexpr bool kTakesInputInPlace = true;
+
+    // `inputSize` is the size of the input in bytes, or 0 if that is not known.
+    TreeSink(std::size_t inputSize, std::uint32_t errorTextSize, char* errorText) noexcept
+        : arena_{inputSize * kTreePerInput}, errorText_{errorText}, errorTextSize_{errorTextSize}
+    {
+    }
+
+    void begin(XML_Parser& parser) noexcept { parser_ = &parser; }
+    void report(XML_Parser& parser, const XML_IO_InStream& stream) noexcept;
+
+    ParseError startDocument() noexcept { return ParseError::None; }
+    ParseError endDocument() noexcept;
+    ParseError startElement(const StartTag& tag) noexcept;
+    ParseError endElement(const QName&, const Bindings&) noexcept
+    {
+        current_ = current_->parent;
+        return ParseError::None;
+    }
+    ParseError characters(Span text) noexcept { return textual(XML_DOM_NODE_TEXT, text); }
+    ParseError cdata(Span text) noexcept { return textual(XML_DOM_NODE_CDATA, text); }
+    ParseError comment(Span) noexcept { return ParseError::None; }
+    ParseError processingInstruction(Span, const Span*) noexcept { return ParseError::None; }
+
+    // Hands the finished tree to the caller.
+    XML_DOM_Node* release() noexcept;
+    // Deletes what was built; true if that was because no converter could be had.
+    bool discard() noexcept;
+
+private:
+    // A tree of records takes about this many times its text; too small a guess costs another slab.
+    static constexpr std::size_t kTreePerInput = 4;
+
+    ParseError textual(XML_DOM_NodeType type, Span text) noexcept;
+    ParseError addElement(Span name) noexcept;
+    ParseError addDeclarations(const StartTag& tag) noexcept;
+    ParseError addAttribute(const TagAttribute& attribute) noexcept;
+
+    Arena arena_;
+    XML_DOM_Node* root_ = nullptr;
+    XML_DOM_Node* current_ = nullptr;  // the element that gets the next child
+    XML_Parser* parser_ = nullptr;
+    InternalText names_;
+    InternalText values_;
+    char* errorText_;
+    std::uint32_t errorTextSize_;
+};
+
+}  // namespace netxml

@@ -1,0 +1,24 @@
+// ASCII letters without regard to case, whatever the locale.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace netxml {
+
+constexpr std::uint8_t asciiLower(std::uint8_t byte) noexcept
+{
+    return byte >= 'A' && byte <= 'Z' ? static_cast<std::uint8_t>(byte + ('a' - 'A')) : byte;
+}
+
+constexpr bool equalIgnoringCase(const char* a, const char* b, std::size_t size) noexcept
+{
+    for (std::size_t i = 0; i < size; ++i) {
+        if (asciiLower(static_cast<std::uint8_t>(a[i])) !=
+            asciiLower(static_cast<std::uint8_t>(b[i])))
+            return false;
+    }
+    return true;
+}
+
+}  // namespace netxml

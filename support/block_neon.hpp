@@ -1,0 +1,55 @@
+// Sixteen bytes at a time on AArch64.
+#pragma once
+
+#include <arm_neon.h>
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+
+namespace netxml {
+
+struct NeonBlock {
+    static constexpr std::size_t kWidth = 16;
+    using Mask = std::uint64_t;  // four bits stand for each byte; the lowest of the four is set
+
+    uint8x16_t bytes;
+
+    static NeonBlock load(const std::uint8_t* p) noexcept { return {vld1q_u8(p)}; }
+    static void copy(std::uint8_t* to, const std::uint8_t* from) noexcept
+    {
+        vst1q_u8(to, vld1q_u8(from));
+    }
+    Mask equal(std::uint8_t byte) const noexcept { return mask(vceqq_u8(bytes, vdupq_n_u8(byte))); }
+    // Bytes below 0x20 or above 0x7F: as signed numbers all of them are below 0x20.
+    Mask controlOrHigh() const noexcept
+    {
+        return mask(vcltq_s8(vreinterpretq_s8_u8(bytes), vdupq_n_s8(0x20)));
+    }
+    Mask high() const noexcept { return mask(vcgeq_u8(bytes, vdupq_n_u8(0x80))); }
+    // Bytes that do not continue a UTF-8 sequence: all but 0x80 to 0xBF.
+    Mask leading() const noexcept
+    {
+        return mask(
+            vcgtq_s8(vreinterpretq_s8_u8(bytes), vdupq_n_s8(static_cast<std::int8_t>(0xBF))));
+    }
+
+    static std::size_t first(Mask m) noexcept
+    {
+        return static_cast<std::size_t>(std::countr_zero(m)) / 4;
+    }
+    static std::size_t last(Mask m) noexcept
+    {
+        return (static_cast<std::size_t>(std::bit_width(m)) - 1) / 4;
+    }
+    static std::size_t count(Mask m) noexcept { return static_cast<std::size_t>(std::popcount(m)); }
+
+private:
+    static Mask mask(uint8x16_t v) noexcept
+    {
+        const uint8x8_t narrowed = vshrn_n_u16(vreinterpretq_u16_u8(v), 4);
+        return vget_lane_u64(vreinterpret_u64_u8(narrowed), 0) & UINT64_C(0x1111111111111111);
+    }
+};
+
+}  // namespace netxml

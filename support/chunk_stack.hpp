@@ -1,0 +1,73 @@
+// Memory for texts and records that die in the reverse order of their making: what is open while a
+// document is read. Addresses never move; releasing to a mark costs nothing per record.
+#pragma once
+
+#include "support/heap.hpp"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace netxml {
+
+class ChunkStack {
+    struct Chunk {
+        Chunk* below;
+        std::size_t size;  // of the bytes behind this header
+    };
+
+public:
+    struct Mark {
+        Chunk* chunk;
+        char* cursor;
+    };
+
+    ChunkStack() noexcept : cursor_{first_}, end_{first_ + sizeof first_} {}
+    ChunkStack(const ChunkStack&) = delete;
+    ChunkStack& operator=(const ChunkStack&) = delete;
+    ~ChunkStack() noexcept;
+
+    // `size` bytes aligned for any record here, or nullptr when memory runs out.
+    void* allocate(std::size_t size) noexcept
+    {
+        if (size > kLargest) return nullptr;
+        const std::size_t rounded = (size + kAlign - 1) & ~(kAlign - 1);
+        if (static_cast<std::size_t>(end_ - cursor_) < rounded && !grow(rounded)) return nullptr;
+        char* block = cursor_;
+        cursor_ += rounded;
+        return block;
+    }
+    template <class T>
+    T* allocateArray(std::size_t count) noexcept
+    {
+        static_assert(alignof(T) <= kAlign);
+        if (count > kLargest / sizeof(T)) return nullptr;
+        return static_cast<T*>(allocate(count * sizeof(T)));
+    }
+    // A NUL-terminated copy, or nullptr.
+    char* copyText(const std::uint8_t* text, std::size_t size) noexcept;
+
+    Mark mark() const noexcept { return {chunk_, cursor_}; }
+    void release(Mark mark) noexcept
+    {
+        if (mark.chunk != chunk_) dropTo(mark.chunk);
+        cursor_ = mark.cursor;
+    }
+
+private:
+    static constexpr std::size_t kAlign = alignof(void*) > 8 ? alignof(void*) : 8;
+    static constexpr std::size_t kFirstSize = 1024;
+    static constexpr std::size_t kChunkSize = 16 * 1024;
+    static constexpr std::size_t kLargest = SIZE_MAX / 4;
+
+    bool grow(std::size_t size) noexcept;
+    void dropTo(const Chunk* target) noexcept;
+    void enter(Chunk* chunk) noexcept;
+
+    char* cursor_;
+    char* end_;
+    Chunk* chunk_ = nullptr;  // the top one; nullptr while first_ suffices
+    Chunk* spare_ = nullptr;  // kept, so that a depth on a border does not allocate again and again
+    alignas(kAlign) char first_[kFirstSize];
+};
+
+}  // namespace netxml
