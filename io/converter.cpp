@@ -106,4 +106,23 @@ ConvertEnd convertAroundAscii(iconv_t converter, XML_Encoding source, ConvertInp
     }
 }
 
+ConvertEnd copyChecked(iconv_t checker, ConvertInput& in, ConvertOutput& out) noexcept
+{
+    for (;;) {
+        std::uint8_t scratch[512];
+        ConvertOutput checked{scratch, scratch + sizeof scratch};
+        const std::size_t size = in.left() < out.left() ? in.left() : out.left();
+        const bool cut = size < in.left();
+        ConvertInput piece{in.cursor, in.cursor + size};
+        const ConvertEnd end = convertThrough(checker, piece, checked);
+        const std::size_t valid = static_cast<std::size_t>(piece.cursor - in.cursor);
+        std::memcpy(out.cursor, in.cursor, valid);
+        in.cursor += valid;
+        out.cursor += valid;
+        if (end == ConvertEnd::Full) continue;  // of the scratch, not of the output
+        if (end == ConvertEnd::Invalid || !cut) return end;
+        return ConvertEnd::Full;
+    }
+}
+
 }  // namespace netxml

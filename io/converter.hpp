@@ -52,6 +52,10 @@ ConvertEnd convertThrough(iconv_t converter, ConvertInput& in, ConvertOutput& ou
 ConvertEnd convertAroundAscii(iconv_t converter, XML_Encoding source, ConvertInput& in,
                               ConvertOutput& out) noexcept;
 
+// Copies text into an encoding that holds all of it with the same bytes, and checks it on the way:
+// `checker` converts from the text's encoding to UTF-8.
+ConvertEnd copyChecked(iconv_t checker, ConvertInput& in, ConvertOutput& out) noexcept;
+
 // A converter that is closed with its scope.
 class ScopedConverter {
 public:

@@ -33,10 +33,18 @@ std::uint32_t writeFile(SinkTarget target, const void* bytes, std::size_t length
     return XML_RET_OK;
 }
 
+// All of GB2312 is GBK with the same bytes. It is only checked and copied, because the direct converter
+// of glibc 2.36 loses a character where a piece ends in one.
+bool copiesUnchanged(const XML_IO_OutStream& s) noexcept
+{
+    return s.sourceEncoding == XML_ENCODING_GB2312 && s.targetEncoding == XML_ENCODING_GBK;
+}
+
 bool openStreamConverter(XML_IO_OutStream& s) noexcept
 {
     if (isOpen(s.converter) || s.sourceEncoding == s.targetEncoding) return true;
-    s.converter = openConverter(encodingName(s.targetEncoding), encodingName(s.sourceEncoding));
+    const XML_Encoding target = copiesUnchanged(s) ? XML_Encoding{XML_ENCODING_UTF_8} : s.targetEncoding;
+    s.converter = openConverter(encodingName(target), encodingName(s.sourceEncoding));
     return isOpen(s.converter);
 }
 
@@ -54,6 +62,7 @@ XML_IO_OutStream* makeStream(StreamKind kind, XML_Encoding source, XML_Encoding 
 
 ConvertEnd convertText(const XML_IO_OutStream& s, ConvertInput& in, ConvertOutput& out) noexcept
 {
+    if (copiesUnchanged(s)) return copyChecked(s.converter, in, out);
     return s.passesAscii ? convertAroundAscii(s.converter, s.sourceEncoding, in, out)
                          : convertThrough(s.converter, in, out);
 }
@@ -126,7 +135,7 @@ std::uint32_t completePending(XML_IO_OutStream& s, const std::uint8_t*& bytes,
     std::uint8_t area[kArea];
     ConvertInput in{s.pendingBytes, s.pendingBytes + held + taken};
     ConvertOutput out{area, area + sizeof area};
-    const ConvertEnd end = convertThrough(s.converter, in, out);
+    const ConvertEnd end = convertText(s, in, out);
     std::size_t used = taken;
     if (end == ConvertEnd::Done) {
         s.pendingCount = 0;
