@@ -1,6 +1,5 @@
 #include "dom/make.hpp"
 
-#include "support/checked.hpp"
 
 #include <cstring>
 
@@ -14,8 +13,8 @@ public:
     RecordStrings(Arena* arena, std::string_view first, std::string_view second) noexcept
         : first_{first}, second_{second}
     {
-        ok_ = place(arena, first_, firstBlock_) && place(arena, second_, secondBlock_) &&
-              addSizes(inlineSize(first_, firstBlock_), inlineSize(second_, secondBlock_), inline_);
+        ok_ = place(arena, first_, firstBlock_) && place(arena, second_, secondBlock_);
+        inline_ = ok_ ? inlineSize(first_, firstBlock_) + inlineSize(second_, secondBlock_) : 0;
     }
     bool ok() const noexcept { return ok_; }
     std::size_t inlineSize() const noexcept { return inline_; }
@@ -33,9 +32,11 @@ public:
 
 private:
     using Block = heap::Owned<char>;
-
+    static constexpr std::size_t kLargest = SIZE_MAX / 4;  // no text of that size exists, and sums of
+                                                           // two with a record do not wrap
     static bool place(Arena* arena, std::string_view text, Block& block) noexcept
     {
+        if (text.size() > kLargest) return false;
         if (!arena || text.size() <= Arena::kLongText) return true;
         block.reset(heap::copyText(text.data(), text.size()));
         if (block) arena->noteHeapString();
@@ -73,9 +74,8 @@ Record* makeRecord(Arena* arena, std::string_view first, std::string_view second
     if (!strings.ok()) return nullptr;
     Home home{};
     void* block = nullptr;
-    std::size_t total = 0;
     if (arena) block = arena->record(sizeof(Record), strings.inlineSize(), home);
-    else if (addSizes(sizeof(Record), strings.inlineSize(), total)) block = heap::allocate(total);
+    else block = heap::allocate(sizeof(Record) + strings.inlineSize());
     if (!block) return nullptr;
     Record* record = new (block) Record{};
     record->home = home;

@@ -1,0 +1,166 @@
+#include "tests/support/failing_heap.hpp"
+#include "tests/support/sources.hpp"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::string take(XML_DOM_Node* node)
+{
+    const std::string text = node ? written(node) : "NULL";
+    XML_DOM_DelNode(node);
+    return text;
+}
+
+TEST(CopyNode, IsShallowAndDetached)
+{
+    XML_DOM_Node* root = treeOf("<r xmlns:p='u' xmlns='d'><p:a p:x='1' y='2' xmlns:z='v'>t<b/></p:a>t<![CDATA[c]]></r>");
+    XML_DOM_Node* a = XML_DOM_GetFirstChild(root);
+    XML_DOM_Node* text = XML_DOM_GetNextSibling(a);
+    EXPECT_EQ(take(XML_DOM_CopyNode(a)), "<p:a xmlns:z=\"v\" xmlns:p=\"u\" p:x=\"1\" y=\"2\"/>");
+    EXPECT_EQ(take(XML_DOM_CopyNode(text)), "t");
+    EXPECT_EQ(take(XML_DOM_CopyNode(XML_DOM_GetNextSibling(text))), "<![CDATA[c]]>");
+    EXPECT_EQ(take(XML_DOM_CopyNode(root)), "<r xmlns:p=\"u\" xmlns=\"d\"/>");
+    EXPECT_EQ(XML_DOM_CopyNode(nullptr), nullptr);
+    XML_DOM_DelNode(root);
+}
+
+TEST(CopyNode, DeclaresWhatOnlyAnAttributeNeeds)
+{
+    XML_DOM_Node* root = treeOf("<r xmlns:p='u'><a p:x='1' p:y='2' xml:lang='zh'/></r>");
+    EXPECT_EQ(take(XML_DOM_CopyNode(XML_DOM_GetFirstChild(root))),
+              "<a xmlns:p=\"u\" p:x=\"1\" p:y=\"2\" xml:lang=\"zh\"/>");
+    XML_DOM_DelNode(root);
+}
+
+TEST(CopyRoot, MakesANewDocument)
+{
+    const std::string source = "<?xml version='1.0' encoding='GBK'?><p:r xmlns:p='u' a='1'><b/></p:r>";
+    XML_DOM_Node* root = treeOf(source);
+    XML_DOM_Node* copy = XML_DOM_CopyRoot(XML_DOM_GetFirstChild(root));
+    EXPECT_EQ(XML_DOM_GetRoot(copy), copy);
+    EXPECT_EQ(XML_DOM_GetEncoding(copy), 8u);
+    EXPECT_STREQ(XML_DOM_GetVersion(copy), "1.0");
+    XML_DOM_DelNode(root);
+    EXPECT_EQ(take(copy), "<p:r xmlns:p=\"u\" a=\"1\"/>");
+    EXPECT_EQ(XML_DOM_CopyRoot(nullptr), nullptr);
+    XML_DOM_Node* alone = XML_DOM_CreateElementNode("x");
+    EXPECT_EQ(XML_DOM_CopyRoot(alone), nullptr) << "no document";
+    XML_DOM_DelNode(alone);
+}
+
+struct SubTreeCase {
+    const char* why;
+    const char* destination;
+    const char* source;
+    const char* result;
+};
+
+// clang-format off
+constexpr SubTreeCase kSubTrees[] = {
+    {"children are appended in order", "<d><x/></d>", "<s><a>1<b/></a>t<![CDATA[c]]></s>", "<d><x/><a>1<b/></a>t<![CDATA[c]]></d>"},
+    {"nothing to copy", "<d><x/></d>", "<s/>", "<d><x/></d>"},
+    {"a declaration of the source's root is added where it is needed", "<d/>", "<s xmlns:p='u'><p:a><p:b p:x='1'/></p:a><p:c/></s>",
+     "<d><p:a xmlns:p=\"u\"><p:b p:x=\"1\"/></p:a><p:c xmlns:p=\"u\"/></d>"},
+    {"the destination's binding wins, even for another name", "<d xmlns:p='other'/>", "<s xmlns:p='u'><p:a/></s>",
+     "<d xmlns:p=\"other\"><p:a/></d>"},
+    {"own declarations are copied", "<d xmlns:p='other'/>", "<s><p:a xmlns:p='u'><p:b/></p:a></s>",
+     "<d xmlns:p=\"other\"><p:a xmlns:p=\"u\"><p:b/></p:a></d>"},
+    {"scopes end with their element", "<d/>", "<s xmlns:p='u'><a xmlns:p='v'><p:b/></a><p:c/></s>",
+     "<d><a xmlns:p=\"v\"><p:b/></a><p:c xmlns:p=\"u\"/></d>"},
+    {"a declaration added for an attribute serves the children", "<d/>", "<s xmlns:p='u'><a p:x='1'><p:b/></a></s>",
+     "<d><a xmlns:p=\"u\" p:x=\"1\"><p:b/></a></d>"},
+    {"xml needs none", "<d/>", "<s><xml:a xml:b='1'/></s>", "<d><xml:a xml:b=\"1\"/></d>"},
+    {"unbound elements stay unbound", "<d xmlns='n'/>", "<s xmlns='m'><a/></s>", "<d xmlns=\"n\"><a/></d>"},
+};
+// clang-format on
+
+TEST(CopySubTree, AppendsDeepCopies)
+{
+    for (const SubTreeCase& row : kSubTrees) {
+        XML_DOM_Node* destination = treeOf(row.destination);
+        XML_DOM_Node* source = treeOf(row.source);
+        EXPECT_EQ(XML_DOM_CopySubTree(destination, source), XML_RET_OK) << row.why;
+        XML_DOM_DelNode(source);
+        EXPECT_EQ(take(destination), row.result) << row.why;
+    }
+}
+
+TEST(CopySubTree, OntoItselfAndInsideItself)
+{
+    XML_DOM_Node* root = treeOf("<r><a><b/></a>t</r>");
+    EXPECT_EQ(XML_DOM_CopySubTree(root, root), XML_RET_OK);
+    EXPECT_EQ(written(root), "<r><a><b/></a>t<a><b/></a>t</r>");
+    XML_DOM_Node* a = XML_DOM_GetFirstChild(root);
+    EXPECT_EQ(XML_DOM_CopySubTree(XML_DOM_GetFirstChild(a), root), XML_RET_FAIL) << "inside the source";
+    EXPECT_EQ(XML_DOM_CopySubTree(a, root), XML_RET_FAIL);
+    EXPECT_EQ(XML_DOM_CopySubTree(root, a), XML_RET_OK) << "outwards";
+    EXPECT_EQ(take(root), "<r><a><b/></a>t<a><b/></a>t<b/></r>");
+}
+
+TEST(CopySubTree, RefusesBadArguments)
+{
+    XML_DOM_Node* root = treeOf("<r>t</r>");
+    EXPECT_EQ(XML_DOM_CopySubTree(nullptr, root), XML_RET_FAIL);
+    EXPECT_EQ(XML_DOM_CopySubTree(root, nullptr), XML_RET_FAIL);
+    EXPECT_EQ(XML_DOM_CopySubTree(XML_DOM_GetFirstChild(root), root), XML_RET_FAIL) << "no element";
+    EXPECT_EQ(XML_DOM_CopySubTree(root, XML_DOM_GetFirstChild(root)), XML_RET_OK) << "text has no children";
+    EXPECT_EQ(take(root), "<r>t</r>");
+}
+
+// A binding whose declaration is not in scope any more cannot be copied.
+TEST(Copy, FailsForABindingThatCannotBeResolved)
+{
+    XML_DOM_Node* root = treeOf("<r xmlns:p='u'><x/><k/></r>");
+    XML_DOM_Node* loose = XML_DOM_CreateElementNode("l");
+    XML_DOM_Node* inner = XML_DOM_CreateElementNode("m");
+    EXPECT_EQ(XML_DOM_AddNodeNameSpace(loose, "q", "v"), XML_RET_OK);
+    EXPECT_EQ(XML_DOM_AddChildNode(loose, inner), XML_RET_OK);
+    EXPECT_EQ(XML_DOM_SetNodeNameSpace(inner, "q"), XML_RET_OK);
+    XML_DOM_Node* copy = XML_DOM_CopyNode(inner);
+    EXPECT_EQ(written(copy), "<q:m xmlns:q=\"v\"/>");
+    XML_DOM_DelNode(copy);
+    // Moved by force to where nothing declares q.
+    EXPECT_EQ(XML_DOM_InsertBeforeNode(XML_DOM_GetFirstChild(root), inner), XML_RET_OK);
+    EXPECT_EQ(XML_DOM_CopyNode(inner), nullptr);
+    XML_DOM_Node* destination = treeOf("<d><last/></d>");
+    EXPECT_EQ(XML_DOM_CopySubTree(destination, root), XML_RET_FAIL);
+    EXPECT_EQ(take(destination), "<d><last/></d>") << "nothing of it stays";
+    EXPECT_EQ(XML_DOM_SetNodeNameSpace(inner, nullptr), XML_RET_OK);
+    XML_DOM_DelNode(root);
+}
+
+TEST(Copy, LeavesNothingBehindWhicheverAllocationFails)
+{
+    std::string many = "<s xmlns:p='u'>";
+    for (int i = 0; i < 40; ++i)
+        many += "<p:a x" + std::to_string(i) + "='" + std::string(300, 'v') + "' xmlns:n" + std::to_string(i) +
+                "='m'>" + std::string(i == 7 ? 9000 : 10, 't') + "</p:a>";
+    many += "</s>";
+    XML_DOM_Node* source = treeOf(many);
+    XML_DOM_Node* destination = treeOf("<d><last/></d>");
+    const std::string before = written(destination);
+    std::size_t failures = 0;
+    for (std::size_t allowed = 0;; ++allowed) {
+        const FailingHeap heap{allowed};
+        const uint32_t status = XML_DOM_CopySubTree(destination, source);
+        if (status == XML_RET_OK) break;
+        ++failures;
+        ASSERT_EQ(FailingHeap::liveBlocks(), 0) << allowed;
+    }
+    EXPECT_GT(failures, 3u);
+    EXPECT_EQ(written(destination).size(), before.size() + written(source).size() - std::string{"<s xmlns:p=\"u\"></s>"}.size() +
+                                               40 * std::string{" xmlns:p=\"u\""}.size());
+    for (std::size_t allowed = 0;; ++allowed) {
+        const FailingHeap heap{allowed};
+        XML_DOM_Node* copy = XML_DOM_CopyRoot(source);
+        const bool made = copy != nullptr;
+        XML_DOM_DelNode(copy);
+        ASSERT_EQ(FailingHeap::liveBlocks(), 0) << allowed;
+        if (made) break;
+    }
+    XML_DOM_DelNode(destination);
+    XML_DOM_DelNode(source);
+}
+
+}  // namespace
