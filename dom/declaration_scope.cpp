@@ -37,16 +37,33 @@ void DeclarationScope::leave(std::size_t depth) noexcept
     }
 }
 
+// Nearest first, and on one element earliest first: what is found already wins.
+bool DeclarationScope::gatherBase() noexcept
+{
+    for (const XML_DOM_Node* node = base_; node; node = node->parent) {
+        for (const XML_DOM_NsDecl* decl = node->firstNs; decl; decl = decl->next) {
+            const std::string_view prefix{decl->prefix ? decl->prefix : ""};
+            if (!baseScope_.find(prefix) && !push(baseScope_, baseMemory_, prefix, decl, 0))
+                return false;
+        }
+    }
+    return true;
+}
+
 bool DeclarationScope::find(const char* prefix, const XML_DOM_NsDecl*& decl) noexcept
 {
     const std::string_view wanted{prefix ? prefix : ""};
-    const PrefixEntry* entry = scope_.find(wanted);
-    if (!entry) entry = baseScope_.find(wanted);
+    const PrefixEntry* entry = known(wanted);
+    if (!entry && ++walks_ == kFewWalks) {
+        if (!gatherBase()) return false;
+        entry = known(wanted);
+    }
     if (entry) {
         decl = static_cast<const Entry*>(entry)->decl;
         return true;
     }
-    decl = findDeclaration(base_, prefix);
+    // Once all is gathered, only the built-in declaration can still be found.
+    decl = findDeclaration(walks_ < kFewWalks ? base_ : nullptr, prefix);
     return push(baseScope_, baseMemory_, wanted, decl, 0);
 }
 

@@ -27,6 +27,15 @@ private:
         ChunkStack::Mark mark;  // of the memory before this entry
     };
 
+    // So many prefixes are looked up from the base by walking; then all it sees is gathered once.
+    static constexpr std::size_t kFewWalks = 8;
+
+    bool gatherBase() noexcept;
+    const PrefixEntry* known(std::string_view prefix) const noexcept
+    {
+        const PrefixEntry* entry = scope_.find(prefix);
+        return entry ? entry : baseScope_.find(prefix);
+    }
     static bool push(PrefixScope& scope, ChunkStack& memory, std::string_view prefix,
                      const XML_DOM_NsDecl* decl, std::size_t depth) noexcept;
 
@@ -35,6 +44,7 @@ private:
     PrefixScope scope_;
     ChunkStack baseMemory_;
     PrefixScope baseScope_;  // what was looked up from `base` before, also in vain
+    std::size_t walks_ = 0;
 };
 
 }  // namespace netxml

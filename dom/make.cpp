@@ -1,6 +1,5 @@
 #include "dom/make.hpp"
 
-
 #include <cstring>
 
 namespace netxml {
@@ -32,8 +31,8 @@ public:
 
 private:
     using Block = heap::Owned<char>;
-    static constexpr std::size_t kLargest = SIZE_MAX / 4;  // no text of that size exists, and sums of
-                                                           // two with a record do not wrap
+    static constexpr std::size_t kLargest = SIZE_MAX / 4;  // no text of that size exists, and sums
+                                                           // of two with a record do not wrap
     static bool place(Arena* arena, std::string_view text, Block& block) noexcept
     {
         if (text.size() > kLargest) return false;

@@ -6,7 +6,7 @@
 namespace netxml {
 
 // The declaration that binds `xml` where nothing else does. Never part of a list, never freed.
-extern const XML_DOM_NsDecl kXmlDeclaration;
+extern constinit const XML_DOM_NsDecl kXmlDeclaration;
 
 inline bool isEmpty(const char* text) noexcept
 {

@@ -62,10 +62,11 @@ void dropRecords(Slab* slab, std::uint32_t count) noexcept;
 // Lays out records and strings while a tree is being built.
 class Arena {
 public:
-    static constexpr std::size_t kSlabSize = 64 * 1024 - 64;  // with the heap's own header: 64 KiB
+    static constexpr std::size_t kSlabSize =
+        std::size_t{64} * 1024 - 64;  // with the heap's own header: 64 KiB
     static constexpr std::size_t kSmallestSlab = 1024;
     static constexpr std::size_t kLongText =
-        4 * 1024;  // longer strings are heap blocks of their own
+        std::size_t{4} * 1024;  // longer strings are heap blocks of their own
 
     // `firstSize` is a guess of what the whole tree takes. Nothing is allocated before it is
     // needed.

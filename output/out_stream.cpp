@@ -33,8 +33,8 @@ std::uint32_t writeFile(SinkTarget target, const void* bytes, std::size_t length
     return XML_RET_OK;
 }
 
-// All of GB2312 is GBK with the same bytes. It is only checked and copied, because the direct converter
-// of glibc 2.36 loses a character where a piece ends in one.
+// All of GB2312 is GBK with the same bytes. It is only checked and copied, because the direct
+// converter of glibc 2.36 loses a character where a piece ends in one.
 bool copiesUnchanged(const XML_IO_OutStream& s) noexcept
 {
     return s.sourceEncoding == XML_ENCODING_GB2312 && s.targetEncoding == XML_ENCODING_GBK;
@@ -43,7 +43,8 @@ bool copiesUnchanged(const XML_IO_OutStream& s) noexcept
 bool openStreamConverter(XML_IO_OutStream& s) noexcept
 {
     if (isOpen(s.converter) || s.sourceEncoding == s.targetEncoding) return true;
-    const XML_Encoding target = copiesUnchanged(s) ? XML_Encoding{XML_ENCODING_UTF_8} : s.targetEncoding;
+    const XML_Encoding target =
+        copiesUnchanged(s) ? XML_Encoding{XML_ENCODING_UTF_8} : s.targetEncoding;
     s.converter = openConverter(encodingName(target), encodingName(s.sourceEncoding));
     return isOpen(s.converter);
 }

@@ -36,9 +36,10 @@ const char* textOf(Span terminated) noexcept
     return terminated.empty() ? nullptr : terminated.view().data();
 }
 
-}  // namespace
+// Stands in for a handler that is not there.
+constexpr XML_SAX_Handler kNothing{};
 
-constinit const XML_SAX_Handler HandlerSink::kNothing{};
+}  // namespace
 
 HandlerSink::HandlerSink(const XML_SAX_Handler* handler) noexcept
     : handler_{handler ? *handler : kNothing}

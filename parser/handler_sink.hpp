@@ -33,8 +33,6 @@ private:
     bool listDeclarations(const StartTag& tag) noexcept;
     bool listAttributes(const StartTag& tag) noexcept;
 
-    static const XML_SAX_Handler kNothing;
-
     const XML_SAX_Handler& handler_;
     XML_Parser* parser_ = nullptr;
     GrowBuffer<char> text_;

@@ -56,7 +56,7 @@ public:
 private:
     static constexpr std::size_t kAlign = alignof(void*) > 8 ? alignof(void*) : 8;
     static constexpr std::size_t kFirstSize = 1024;
-    static constexpr std::size_t kChunkSize = 16 * 1024;
+    static constexpr std::size_t kChunkSize = std::size_t{16} * 1024;
     static constexpr std::size_t kLargest = SIZE_MAX / 4;
 
     bool grow(std::size_t size) noexcept;

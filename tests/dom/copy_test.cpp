@@ -15,7 +15,8 @@ std::string take(XML_DOM_Node* node)
 
 TEST(CopyNode, IsShallowAndDetached)
 {
-    XML_DOM_Node* root = treeOf("<r xmlns:p='u' xmlns='d'><p:a p:x='1' y='2' xmlns:z='v'>t<b/></p:a>t<![CDATA[c]]></r>");
+    XML_DOM_Node* root = treeOf(
+        "<r xmlns:p='u' xmlns='d'><p:a p:x='1' y='2' xmlns:z='v'>t<b/></p:a>t<![CDATA[c]]></r>");
     XML_DOM_Node* a = XML_DOM_GetFirstChild(root);
     XML_DOM_Node* text = XML_DOM_GetNextSibling(a);
     EXPECT_EQ(take(XML_DOM_CopyNode(a)), "<p:a xmlns:z=\"v\" xmlns:p=\"u\" p:x=\"1\" y=\"2\"/>");
@@ -36,7 +37,8 @@ TEST(CopyNode, DeclaresWhatOnlyAnAttributeNeeds)
 
 TEST(CopyRoot, MakesANewDocument)
 {
-    const std::string source = "<?xml version='1.0' encoding='GBK'?><p:r xmlns:p='u' a='1'><b/></p:r>";
+    const std::string source =
+        "<?xml version='1.0' encoding='GBK'?><p:r xmlns:p='u' a='1'><b/></p:r>";
     XML_DOM_Node* root = treeOf(source);
     XML_DOM_Node* copy = XML_DOM_CopyRoot(XML_DOM_GetFirstChild(root));
     EXPECT_EQ(XML_DOM_GetRoot(copy), copy);
@@ -93,7 +95,8 @@ TEST(CopySubTree, OntoItselfAndInsideItself)
     EXPECT_EQ(XML_DOM_CopySubTree(root, root), XML_RET_OK);
     EXPECT_EQ(written(root), "<r><a><b/></a>t<a><b/></a>t</r>");
     XML_DOM_Node* a = XML_DOM_GetFirstChild(root);
-    EXPECT_EQ(XML_DOM_CopySubTree(XML_DOM_GetFirstChild(a), root), XML_RET_FAIL) << "inside the source";
+    EXPECT_EQ(XML_DOM_CopySubTree(XML_DOM_GetFirstChild(a), root), XML_RET_FAIL)
+        << "inside the source";
     EXPECT_EQ(XML_DOM_CopySubTree(a, root), XML_RET_FAIL);
     EXPECT_EQ(XML_DOM_CopySubTree(root, a), XML_RET_OK) << "outwards";
     EXPECT_EQ(take(root), "<r><a><b/></a>t<a><b/></a>t<b/></r>");
@@ -105,7 +108,8 @@ TEST(CopySubTree, RefusesBadArguments)
     EXPECT_EQ(XML_DOM_CopySubTree(nullptr, root), XML_RET_FAIL);
     EXPECT_EQ(XML_DOM_CopySubTree(root, nullptr), XML_RET_FAIL);
     EXPECT_EQ(XML_DOM_CopySubTree(XML_DOM_GetFirstChild(root), root), XML_RET_FAIL) << "no element";
-    EXPECT_EQ(XML_DOM_CopySubTree(root, XML_DOM_GetFirstChild(root)), XML_RET_OK) << "text has no children";
+    EXPECT_EQ(XML_DOM_CopySubTree(root, XML_DOM_GetFirstChild(root)), XML_RET_OK)
+        << "text has no children";
     EXPECT_EQ(take(root), "<r>t</r>");
 }
 
@@ -137,8 +141,8 @@ TEST(Copy, LeavesNothingBehindWhicheverAllocationFails)
 {
     std::string many = "<s xmlns:p='u'>";
     for (int i = 0; i < 40; ++i)
-        many += "<p:a x" + std::to_string(i) + "='" + std::string(300, 'v') + "' xmlns:n" + std::to_string(i) +
-                "='m'>" + std::string(i == 7 ? 9000 : 10, 't') + "</p:a>";
+        many += "<p:a x" + std::to_string(i) + "='" + std::string(300, 'v') + "' xmlns:n" +
+                std::to_string(i) + "='m'>" + std::string(i == 7 ? 9000 : 10, 't') + "</p:a>";
     many += "</s>";
     XML_DOM_Node* source = treeOf(many);
     XML_DOM_Node* destination = treeOf("<d><last/></d>");
@@ -152,7 +156,8 @@ TEST(Copy, LeavesNothingBehindWhicheverAllocationFails)
         ASSERT_EQ(FailingHeap::liveBlocks(), 0) << allowed;
     }
     EXPECT_GT(failures, 3u);
-    EXPECT_EQ(written(destination).size(), before.size() + written(source).size() - std::string{"<s xmlns:p=\"u\"></s>"}.size() +
+    EXPECT_EQ(written(destination).size(), before.size() + written(source).size() -
+                                               std::string{"<s xmlns:p=\"u\"></s>"}.size() +
                                                40 * std::string{" xmlns:p=\"u\""}.size());
     for (std::size_t allowed = 0;; ++allowed) {
         const FailingHeap heap{allowed};

@@ -132,7 +132,8 @@ TEST(Change, SetNodeValue)
     EXPECT_EQ(XML_DOM_SetNodeValue(nullptr, "x"), XML_RET_FAIL);
     EXPECT_EQ(XML_DOM_SetNodeValue(root, "x"), XML_RET_FAIL) << "an element";
     EXPECT_EQ(XML_DOM_SetNodeValue(XML_DOM_GetNextSibling(text), "d"), XML_RET_OK);
-    EXPECT_EQ(XML_DOM_SetNodeValue(text, XML_DOM_GetNodeValue(text) + 1), XML_RET_OK) << "part of its own";
+    EXPECT_EQ(XML_DOM_SetNodeValue(text, XML_DOM_GetNodeValue(text) + 1), XML_RET_OK)
+        << "part of its own";
     {
         const FailingHeap heap{0};
         EXPECT_EQ(XML_DOM_SetNodeValue(text, "lost"), XML_RET_FAIL);
@@ -176,7 +177,8 @@ TEST(Attributes, AreAddedWithTheirChecks)
     EXPECT_EQ(XML_DOM_AddAttr(c, nullptr, "v", nullptr), nullptr);
     EXPECT_NE(XML_DOM_AddAttr(c, nullptr, "v", ""), nullptr);
     EXPECT_EQ(XML_DOM_AddAttr(nullptr, nullptr, "v", "1"), nullptr);
-    EXPECT_EQ(XML_DOM_AddAttr(XML_DOM_GetNextSibling(c), nullptr, "v", "1"), nullptr) << "no element";
+    EXPECT_EQ(XML_DOM_AddAttr(XML_DOM_GetNextSibling(c), nullptr, "v", "1"), nullptr)
+        << "no element";
     EXPECT_EQ(XML_DOM_AddAttrInner(nullptr, "v", "1"), nullptr);
     EXPECT_EQ(written(c), "<c a=\"1\" p:a=\"3\" z:a=\"5\" xml:lang=\"zh\" xmlnsx=\"8\" v=\"\"/>");
     XML_DOM_DelNode(root);
@@ -204,7 +206,8 @@ TEST(Attributes, AreDeletedByPrefixAndName)
     XML_DOM_DelAttr(root, nullptr, "none");
     EXPECT_EQ(written(root), "<r xmlns:p=\"u\" xmlns:q=\"u\" p:a=\"1\" a=\"2\" b=\"3\" c=\"4\"/>");
     XML_DOM_DelAttr(root, nullptr, "a");
-    EXPECT_EQ(written(root), "<r xmlns:p=\"u\" xmlns:q=\"u\" p:a=\"1\" b=\"3\" c=\"4\"/>") << "in the middle";
+    EXPECT_EQ(written(root), "<r xmlns:p=\"u\" xmlns:q=\"u\" p:a=\"1\" b=\"3\" c=\"4\"/>")
+        << "in the middle";
     XML_DOM_DelAttr(root, "", "c");
     EXPECT_EQ(written(root), "<r xmlns:p=\"u\" xmlns:q=\"u\" p:a=\"1\" b=\"3\"/>") << "the last";
     XML_DOM_DelAttr(root, "p", "a");

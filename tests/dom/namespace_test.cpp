@@ -158,7 +158,8 @@ TEST(GetNodeNameSpace, UnboundIsTheDefaultInScope)
 
 TEST(GetNodeNsAttribute, ByNameAndNamespace)
 {
-    XML_DOM_Node* root = treeOf("<r xmlns='d' xmlns:p='u' xmlns:q='u' p:a='1' b='2' xml:lang='zh'/>");
+    XML_DOM_Node* root =
+        treeOf("<r xmlns='d' xmlns:p='u' xmlns:q='u' p:a='1' b='2' xml:lang='zh'/>");
     struct Case {
         const char* why;
         const char* space;
@@ -177,7 +178,8 @@ TEST(GetNodeNsAttribute, ByNameAndNamespace)
         {"NULL name",                            "u",   nullptr, nullptr},
     };
     // clang-format on
-    for (const Case& row : kCases) EXPECT_STREQ(XML_DOM_GetNodeNsAttribute(root, row.space, row.name), row.value) << row.why;
+    for (const Case& row : kCases)
+        EXPECT_STREQ(XML_DOM_GetNodeNsAttribute(root, row.space, row.name), row.value) << row.why;
     EXPECT_EQ(XML_DOM_GetNodeNsAttribute(nullptr, "u", "a"), nullptr);
     XML_DOM_DelNode(root);
     XML_DOM_Node* noDefault = treeOf("<r b='2'/>");

@@ -13,7 +13,8 @@ std::string pathOf(const XML_DOM_Node* node, std::size_t size = 200)
     const std::size_t written = XML_DOM_GetXPath(node, size, buffer.data());
     EXPECT_LT(written, size);
     EXPECT_EQ(buffer[written], '\0');
-    EXPECT_EQ(std::string(buffer.begin() + static_cast<std::ptrdiff_t>(size), buffer.end()), "########");
+    EXPECT_EQ(std::string(buffer.begin() + static_cast<std::ptrdiff_t>(size), buffer.end()),
+              "########");
     return std::string(buffer.data(), written);
 }
 
@@ -96,7 +97,8 @@ TEST(ScanTree, VisitsInDocumentOrder)
     EXPECT_EQ(XML_DOM_ScanTree(root, visit, &all), XML_RET_OK);
     EXPECT_EQ(all.seen, "r b d text c cd e ");
     Visitor stopped{"", "d"};
-    EXPECT_EQ(XML_DOM_ScanTree(root, visit, &stopped), XML_RET_FAIL) << "not the function's own value";
+    EXPECT_EQ(XML_DOM_ScanTree(root, visit, &stopped), XML_RET_FAIL)
+        << "not the function's own value";
     EXPECT_EQ(stopped.seen, "r b d ");
     Visitor siblings{"", nullptr};
     EXPECT_EQ(XML_DOM_ScanTree(child(root, 2), visit, &siblings), XML_RET_OK);

@@ -14,7 +14,8 @@ std::string wideDocument(int children)
 {
     std::string text = "<r xmlns:p='u'>";
     for (int i = 0; i < children; ++i)
-        text += "<p:item id='" + std::to_string(i) + "'><name>n" + std::to_string(i) + "</name></p:item>";
+        text += "<p:item id='" + std::to_string(i) + "'><name>n" + std::to_string(i) +
+                "</name></p:item>";
     return text + "</r>";
 }
 
@@ -44,7 +45,8 @@ TEST(Slab, AWholeTreeGoesInWholeSlabs)
 
 TEST(Slab, LongStringsAreBlocksOfTheirOwnAndGoAtOnce)
 {
-    XML_DOM_Node* root = treeOf("<r a='" + std::string(50000, 'v') + "'>" + std::string(100000, 't') + "<b/></r>");
+    XML_DOM_Node* root =
+        treeOf("<r a='" + std::string(50000, 'v') + "'>" + std::string(100000, 't') + "<b/></r>");
     const std::size_t before = heapLiveBytes();
     XML_DOM_DelAttr(root, nullptr, "a");
     EXPECT_LE(heapLiveBytes() + 50000, before);
@@ -60,10 +62,13 @@ TEST(Slab, WhatStaysAfterDeletesIsBounded)
     const std::size_t start = heapLiveBytes();
     XML_DOM_Node* root = treeOf(wideDocument(20000));
     const std::size_t whole = heapLiveBytes() - start;
-    while (XML_DOM_GetNextSibling(XML_DOM_GetFirstChild(root))) XML_DOM_DelNode(XML_DOM_GetFirstChild(root));
+    while (XML_DOM_GetNextSibling(XML_DOM_GetFirstChild(root)))
+        XML_DOM_DelNode(XML_DOM_GetFirstChild(root));
     EXPECT_GT(whole, 20 * 65536u);
-    EXPECT_LE(heapLiveBytes() - start, 2 * 65536u + 4096u) << "the first slab and that of the last item";
-    EXPECT_EQ(written(root), "<r xmlns:p=\"u\"><p:item id=\"19999\"><name>n19999</name></p:item></r>");
+    EXPECT_LE(heapLiveBytes() - start, 2 * 65536u + 4096u)
+        << "the first slab and that of the last item";
+    EXPECT_EQ(written(root),
+              "<r xmlns:p=\"u\"><p:item id=\"19999\"><name>n19999</name></p:item></r>");
     XML_DOM_DelNode(root);
     EXPECT_EQ(heapLiveBytes(), start);
 }
@@ -95,7 +100,8 @@ TEST(Slab, RandomEditsLeakNothing)
         for (int step = 0; step < 200; ++step) {
             XML_DOM_Node* root = roots[random() % 2];
             XML_DOM_Node* node = XML_DOM_GetFirstChild(root);
-            for (auto skip = random() % 30; node && XML_DOM_GetNextSibling(node) && skip != 0; --skip)
+            for (auto skip = random() % 30; node && XML_DOM_GetNextSibling(node) && skip != 0;
+                 --skip)
                 node = XML_DOM_GetNextSibling(node);
             if (!node) node = root;
             switch (random() % 9) {
@@ -103,13 +109,17 @@ TEST(Slab, RandomEditsLeakNothing)
                 if (node != root) XML_DOM_DelNode(node);
                 break;
             case 1: XML_DOM_SetNodeName(node, "renamed"); break;
-            case 2: XML_DOM_AddAttr(node, nullptr, ("a" + std::to_string(step)).c_str(), "v"); break;
+            case 2:
+                XML_DOM_AddAttr(node, nullptr, ("a" + std::to_string(step)).c_str(), "v");
+                break;
             case 3: XML_DOM_DelAttr(node, nullptr, "id"); break;
             case 4: attach(root, XML_DOM_CopyNode(node)); break;
             case 5:
                 if (step % 20 == 0) XML_DOM_CopySubTree(node, roots[0]);
                 break;
-            case 6: XML_DOM_SetNodeDefineNsVal(root, "p", ("urn:" + std::to_string(step)).c_str()); break;
+            case 6:
+                XML_DOM_SetNodeDefineNsVal(root, "p", ("urn:" + std::to_string(step)).c_str());
+                break;
             case 7: attach(node, XML_DOM_CreateElementWithText("leaf", "text")); break;
             default:
                 if (node != root) XML_DOM_InsertBeforeNode(node, XML_DOM_CreateTextNode("t"));

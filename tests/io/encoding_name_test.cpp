@@ -4,8 +4,8 @@
 
 namespace {
 
-constexpr const char* kNames[] = {"UTF-8",    "UTF-16LE", "UTF-16BE", "GB2312",  "UTF-32LE",
-                                  "UTF-32BE", "UTF-16",   "UTF-32",   "GBK",     "GB18030",
+constexpr const char* kNames[] = {"UTF-8",    "UTF-16LE", "UTF-16BE", "GB2312", "UTF-32LE",
+                                  "UTF-32BE", "UTF-16",   "UTF-32",   "GBK",    "GB18030",
                                   "UCS-4",    "UCS-4BE",  "UCS-4LE"};
 
 TEST(EncodingNames, StandInTheirOrder)

@@ -85,13 +85,14 @@ TEST(InStream, ReadsEveryKindOfChunk)
 {
     std::string text;
     for (int i = 0; i < 5000; ++i) text += std::to_string(i);
-    for (const std::size_t size : {1, 2, 63, 64, 65, 1023, 1024, 1025, 100000}) {
+    for (const std::size_t size : {1u, 2u, 63u, 64u, 65u, 1023u, 1024u, 1025u, 100000u}) {
         const ChunkList chunks{text, size};
         const List s{XML_IO_ByMemList(chunks.list())};
         EXPECT_EQ(readAll(*s), text) << size;
         EXPECT_EQ(statusOf(*s), 1u);
     }
-    const ChunkList withEmpty{text, std::vector<std::size_t>{0, 0, 10, 10, 10, text.size(), text.size()}};
+    const ChunkList withEmpty{text,
+                              std::vector<std::size_t>{0, 0, 10, 10, 10, text.size(), text.size()}};
     const List s{XML_IO_ByMemList(withEmpty.list())};
     EXPECT_EQ(readAll(*s), text);
     const TempFile file{text};
@@ -179,7 +180,8 @@ TEST(InStream, SkipsTheMarkAndSwitches)
 TEST(InStream, SwitchingThereAndBackLosesNothing)
 {
     const std::string text = "a\xE4\xB8\xAD<b>\xE6\x96\x87 and more text here";
-    for (const char* name : {"GBK", "GB18030", "GB2312", "UTF-16LE", "UTF-16BE", "UTF-32LE", "UTF-32BE"}) {
+    for (const char* name :
+         {"GBK", "GB18030", "GB2312", "UTF-16LE", "UTF-16BE", "UTF-32LE", "UTF-32BE"}) {
         SCOPED_TRACE(name);
         const XML_Encoding encoding = XML_DOM_EncodingStrToEnum(name);
         const std::string source = convertTo(name, text);
@@ -229,7 +231,8 @@ TEST(InStream, SwitchReportsWhatFailed)
     Mem s{XML_IO_ByMem(bytesOf(text), text.size())};
     EXPECT_EQ(XML_IO_SwitchEncoding(s.get(), XML_ENCODING_UTF_8), 1u) << "nothing to do";
     EXPECT_EQ(XML_IO_SwitchEncoding(s.get(), XML_ENCODING_NONE), 3u);
-    EXPECT_EQ(XML_IO_SwitchEncoding(s.get(), XML_ENCODING_GBK), 3u) << "a failed stream stays as it is";
+    EXPECT_EQ(XML_IO_SwitchEncoding(s.get(), XML_ENCODING_GBK), 3u)
+        << "a failed stream stays as it is";
     EXPECT_EQ(textOf(*s), text);
     const std::string odd = "abc";
     s.reset(XML_IO_ByMem(bytesOf(odd), odd.size()));
@@ -239,7 +242,8 @@ TEST(InStream, SwitchReportsWhatFailed)
 
 TEST(InStream, LeavesNothingBehindWhicheverAllocationFails)
 {
-    const std::string source = std::string("\xFF\xFE") + convertTo("UTF-16LE", std::string(3000, 'x'));
+    const std::string source =
+        std::string("\xFF\xFE") + convertTo("UTF-16LE", std::string(3000, 'x'));
     const ChunkList chunks{source, 100};
     const TempFile file{source};
     for (std::size_t allowed = 0; allowed < 12; ++allowed) {

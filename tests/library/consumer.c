@@ -1,5 +1,5 @@
-/* A program as users write it: C99, the public headers, the shared library. Builds a document by hand,
-   edits, copies and writes it, and parses it back. */
+/* A program as users write it: C99, the public headers, the shared library. Builds a document by
+   hand, edits, copies and writes it, and parses it back. */
 #include <netxml/netxml.h>
 
 #include <stdio.h>
@@ -23,7 +23,8 @@ static uint32_t toFile(void* context, const char* bytes, size_t length)
 int main(void)
 {
     static const char kExpected[] =
-        "<?xml version=\"1.0\" encoding=\"UTF-8\"?><config xmlns=\"urn:example\"><interface name=\"eth0\">"
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?><config xmlns=\"urn:example\"><interface "
+        "name=\"eth0\">"
         "<mtu>1500</mtu><description><![CDATA[<uplink>]]></description></interface></config>";
     XML_DOM_Node* root = XML_DOM_CreateElementNode("config");
     XML_DOM_Node* interface = XML_DOM_CreateElementNode("interface");
@@ -32,10 +33,15 @@ int main(void)
     check(XML_DOM_AddChildNode(root, interface) == XML_RET_OK, "add interface");
     check(XML_DOM_AddAttr(interface, NULL, "name", "eth0") != NULL, "add attribute");
     check(XML_DOM_AddAttr(interface, NULL, "name", "eth1") == NULL, "refuse a second one");
-    check(XML_DOM_AddChildNode(interface, XML_DOM_CreateElementWithText("mtu", "9000")) == XML_RET_OK, "add mtu");
-    check(XML_DOM_AddChildNode(interface, XML_DOM_CreateElementWithCData("description", "<uplink>")) == XML_RET_OK,
+    check(XML_DOM_AddChildNode(interface, XML_DOM_CreateElementWithText("mtu", "9000")) ==
+              XML_RET_OK,
+          "add mtu");
+    check(XML_DOM_AddChildNode(
+              interface, XML_DOM_CreateElementWithCData("description", "<uplink>")) == XML_RET_OK,
           "add description");
-    check(XML_DOM_SetNodeValue(XML_DOM_GetFirstChild(XML_DOM_GetFirstChild(interface)), "1500") == XML_RET_OK, "edit");
+    check(XML_DOM_SetNodeValue(XML_DOM_GetFirstChild(XML_DOM_GetFirstChild(interface)), "1500") ==
+              XML_RET_OK,
+          "edit");
 
     char* text = NULL;
     size_t length = 0;
@@ -43,7 +49,8 @@ int main(void)
     check(text && strcmp(text, kExpected) == 0 && length == strlen(kExpected), "text as expected");
 
     char error[200] = "";
-    XML_DOM_Node* parsed = XML_DOM_BuildTreeByMem((const uint8_t*)text, (uint32_t)length, sizeof error, error);
+    XML_DOM_Node* parsed =
+        XML_DOM_BuildTreeByMem((const uint8_t*)text, (uint32_t)length, sizeof error, error);
     check(parsed != NULL, error);
     XML_DOM_Node* copy = XML_DOM_CopyRoot(parsed);
     check(XML_DOM_CopySubTree(copy, parsed) == XML_RET_OK, "copy");
@@ -53,10 +60,12 @@ int main(void)
     check(again && text && strcmp(again, text) == 0, "the copy is the same");
     char path[64];
     XML_DOM_Node* mtu = XML_DOM_GetFirstChild(XML_DOM_GetFirstChild(copy));
-    check(XML_DOM_GetXPath(mtu, sizeof path, path) == strlen("/config/interface[1]/mtu[1]"), "path");
+    check(XML_DOM_GetXPath(mtu, sizeof path, path) == strlen("/config/interface[1]/mtu[1]"),
+          "path");
     check(strcmp(path, "/config/interface[1]/mtu[1]") == 0, "path as expected");
     check(XML_DOM_OutPutTranslateStr(copy, 0, toFile, stdout) == XML_RET_OK, "write to a callback");
-    check(XML_DOM_BuildTreeByMem((const uint8_t*)"<a>", 3, sizeof error, error) == NULL, "refuse a broken one");
+    check(XML_DOM_BuildTreeByMem((const uint8_t*)"<a>", 3, sizeof error, error) == NULL,
+          "refuse a broken one");
     check(strcmp(error, "The Line 1 Column 4 :\"<a>\", tag not finished.") == 0, error);
     free(text);
     free(again);

@@ -1,5 +1,5 @@
-// Depth takes no stack, and many of anything take time in proportion. Work is counted, not timed: by
-// allocations and bytes where they show it, and by sizes that a quadratic rule would not finish.
+// Depth takes no stack, and many of anything take time in proportion. Work is counted, not timed:
+// by allocations and bytes where they show it, and by sizes that a quadratic rule would not finish.
 #include "tests/support/failing_heap.hpp"
 #include "tests/support/sources.hpp"
 
@@ -22,12 +22,13 @@ void onSmallStack(std::function<void()> work)
     pthread_attr_init(&attributes);
     ASSERT_EQ(pthread_attr_setstacksize(&attributes, kStack), 0);
     pthread_t thread;
-    ASSERT_EQ(pthread_create(&thread, &attributes,
-                             [](void* context) -> void* {
-                                 (*static_cast<std::function<void()>*>(context))();
-                                 return nullptr;
-                             },
-                             &work),
+    ASSERT_EQ(pthread_create(
+                  &thread, &attributes,
+                  [](void* context) -> void* {
+                      (*static_cast<std::function<void()>*>(context))();
+                      return nullptr;
+                  },
+                  &work),
               0);
     pthread_join(thread, nullptr);
     pthread_attr_destroy(&attributes);
@@ -89,7 +90,8 @@ TEST(Scale, AMillionNestedElementsThatNeverClose)
     onSmallStack([&document] {
         const long before = heapLiveBlocks();
         char error[200];
-        EXPECT_EQ(XML_DOM_BuildTreeByMem(bytesOf(document), static_cast<uint32_t>(document.size()), sizeof error, error),
+        EXPECT_EQ(XML_DOM_BuildTreeByMem(bytesOf(document), static_cast<uint32_t>(document.size()),
+                                         sizeof error, error),
                   nullptr);
         EXPECT_EQ(heapLiveBlocks(), before);
     });
@@ -105,15 +107,18 @@ TEST(Scale, AHundredThousandAttributes)
     EXPECT_EQ(count, 100000u);
     XML_DOM_DelNode(root);
     const std::string twice = document + " p:a77777='w'/>";
-    EXPECT_EQ(XML_Parser_ByMem(bytesOf(twice), static_cast<uint32_t>(twice.size()), nullptr), XML_RET_FAIL);
+    EXPECT_EQ(XML_Parser_ByMem(bytesOf(twice), static_cast<uint32_t>(twice.size()), nullptr),
+              XML_RET_FAIL);
 }
 
 TEST(Scale, AHundredThousandDeclarationsAndTheirUses)
 {
     std::string document = "<e";
-    for (int i = 0; i < 100000; ++i) document += " xmlns:p" + std::to_string(i) + "='u" + std::to_string(i) + "'";
+    for (int i = 0; i < 100000; ++i)
+        document += " xmlns:p" + std::to_string(i) + "='u" + std::to_string(i) + "'";
     document += ">";
-    for (int i = 0; i < 100000; ++i) document += "<p" + std::to_string(i) + ":c p" + std::to_string(99999 - i) + ":a='1'/>";
+    for (int i = 0; i < 100000; ++i)
+        document += "<p" + std::to_string(i) + ":c p" + std::to_string(99999 - i) + ":a='1'/>";
     XML_DOM_Node* root = treeOf(document + "</e>");
     XML_DOM_Node* copy = XML_DOM_CopyRoot(root);
     EXPECT_EQ(XML_DOM_CopySubTree(copy, root), XML_RET_OK);
@@ -147,9 +152,10 @@ TEST(Scale, APrefixDeclaredAtEachOfManyLevels)
 TEST(Scale, LongTokensCostFewAllocations)
 {
     const std::string text(8 << 20, 'x');
-    for (const std::string& document : {"<a>" + text + "</a>", "<a b='" + text + "'/>", "<a><!--" + text + "--></a>",
-                                        "<a><![CDATA[" + text + "]]></a>", "<a><?p " + text + "?></a>",
-                                        "<" + text + "/>", "<!DOCTYPE " + text + "><a/>"}) {
+    for (const std::string& document :
+         {"<a>" + text + "</a>", "<a b='" + text + "'/>", "<a><!--" + text + "--></a>",
+          "<a><![CDATA[" + text + "]]></a>", "<a><?p " + text + "?></a>", "<" + text + "/>",
+          "<!DOCTYPE " + text + "><a/>"}) {
         const ChunkList chunks{document, 4096};
         const FailingHeap heap{FailingHeap::kForever};
         XML_DOM_Node* root = XML_DOM_BuildTreeByMemList(chunks.list(), 0, nullptr);

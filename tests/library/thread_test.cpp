@@ -16,7 +16,8 @@ std::string documentFor(int thread)
 {
     std::string text = "<?xml version='1.0' encoding='UTF-8'?><r xmlns:p='u'>";
     for (int i = 0; i < 500; ++i)
-        text += "<p:item id='" + std::to_string(thread * 1000 + i) + "'>\xE4\xB8\xAD " + std::to_string(i) + "</p:item>";
+        text += "<p:item id='" + std::to_string(thread * 1000 + i) + "'>\xE4\xB8\xAD " +
+                std::to_string(i) + "</p:item>";
     return text + "</r>";
 }
 
@@ -35,7 +36,8 @@ TEST(Threads, ParseEditWriteAndFreeDistinctTrees)
             const std::string document = documentFor(thread);
             XML_DOM_Node* root = treeOf(document);
             XML_DOM_Node* first = XML_DOM_GetFirstChild(root);
-            EXPECT_EQ(XML_DOM_SetNodeNameSpace(first, "xml"), XML_RET_OK) << "the shared built-in declaration";
+            EXPECT_EQ(XML_DOM_SetNodeNameSpace(first, "xml"), XML_RET_OK)
+                << "the shared built-in declaration";
             EXPECT_EQ(XML_DOM_SetNodeName(first, "renamed"), XML_RET_OK);
             XML_DOM_DelNode(XML_DOM_GetNextSibling(first));
             XML_DOM_SetEncoding(root, static_cast<XML_Encoding>(round % 13));
@@ -45,8 +47,8 @@ TEST(Threads, ParseEditWriteAndFreeDistinctTrees)
     });
 }
 
-// The children of one copy lie in shared slabs. A node is put into a tree of each thread, which deletes
-// it there; what one thread does to a slab's count the others must see.
+// The children of one copy lie in shared slabs. A node is put into a tree of each thread, which
+// deletes it there; what one thread does to a slab's count the others must see.
 TEST(Threads, RecordsOfOneSlabDieInManyThreads)
 {
     const long before = heapLiveBlocks();
@@ -56,7 +58,8 @@ TEST(Threads, RecordsOfOneSlabDieInManyThreads)
         EXPECT_EQ(XML_DOM_CopySubTree(pool, source), XML_RET_OK);
         XML_DOM_DelNode(source);
 
-        // No public function takes a child out alive: unlink by hand, as an owner of both trees could.
+        // No public function takes a child out alive: unlink by hand, as an owner of both trees
+        // could.
         std::vector<XML_DOM_Node*> parts;
         for (int i = 0; i < kThreads; ++i) parts.push_back(treeOf("<part/>"));
         for (std::size_t i = 0; XML_DOM_Node* child = pool->firstChild; ++i) {

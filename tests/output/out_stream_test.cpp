@@ -147,9 +147,18 @@ TEST(OutStream, CompletesCharactersAcrossAppends)
         {"two bytes apart", {"\xC3", "\xA9"}, "\xA8\xA6"},
         {"three bytes, one at a time", {"\xE4", "\xB8", "\xAD"}, "\xD6\xD0"},
         {"four bytes, one at a time", {"\xF0", "\x9F", "\x98", "\x80"}, "\x94\x39\xFC\x36"},
-        {"completed and more behind", {"\xE4\xB8", "\xAD" "abc"}, "\xD6\xD0" "abc"},
-        {"completed, and the next one begins", {"\xE4\xB8", "\xAD\xE6", "\x96\x87"}, "\xD6\xD0\xCE\xC4"},
-        {"completed by the cap of four, the next one begins inside", {"\xC3", "\xA9\xE4\xB8\xAD" "x"}, "\xA8\xA6\xD6\xD0x"},
+        {"completed and more behind",
+         {"\xE4\xB8", "\xAD"
+                      "abc"},
+         "\xD6\xD0"
+         "abc"},
+        {"completed, and the next one begins",
+         {"\xE4\xB8", "\xAD\xE6", "\x96\x87"},
+         "\xD6\xD0\xCE\xC4"},
+        {"completed by the cap of four, the next one begins inside",
+         {"\xC3", "\xA9\xE4\xB8\xAD"
+                  "x"},
+         "\xA8\xA6\xD6\xD0x"},
         {"the cap cuts the next one", {"\xC3", "\xA9\xF0\x9F\x98\x80"}, "\xA8\xA6\x94\x39\xFC\x36"},
         {"held back and never completed", {"a\xE4\xB8"}, "a"},
         {"held back, then something else", {"a\xE4\xB8", "b"}, "a!"},
@@ -204,10 +213,13 @@ TEST(OutStream, AFailingConversionKeepsWholeAreasInMemoryAndFile)
         std::string source;
         const std::size_t count = random() % 900;
         for (std::size_t i = 0; i < count; ++i) {
-            const char* const pieces[] = {"a", "\xE4\xB8\xAD", "\xC3\xA9", "\xF0\x9F\x98\x80", "some plain text in between which is long"};
+            const char* const pieces[] = {"a", "\xE4\xB8\xAD", "\xC3\xA9", "\xF0\x9F\x98\x80",
+                                          "some plain text in between which is long"};
             source += pieces[random() % (round % 3 == 0 ? 5 : 4)];
         }
-        if (round % 2 == 0) source += "\xFF" "tail";
+        if (round % 2 == 0)
+            source += "\xFF"
+                      "tail";
         for (const char* target : {"GB18030", "UTF-16LE", "UTF-32BE"}) {
             const PlainResult plain = plainConversion(target, source);
             const XML_Encoding encoding = XML_DOM_EncodingStrToEnum(target);
@@ -227,10 +239,12 @@ TEST(OutStream, ConvertsBetweenAnyTwoEncodings)
     const std::string text = "ab\xE4\xB8\xAD\xE6\x96\x87 cd";
     for (XML_Encoding from = 0; from < 13; ++from) {
         for (XML_Encoding to = 0; to < 13; ++to) {
-            SCOPED_TRACE(std::string{XML_DOM_EncodingEnumToStr(from)} + " to " + XML_DOM_EncodingEnumToStr(to));
+            SCOPED_TRACE(std::string{XML_DOM_EncodingEnumToStr(from)} + " to " +
+                         XML_DOM_EncodingEnumToStr(to));
             const std::string source = convertTo(XML_DOM_EncodingEnumToStr(from), text);
-            const std::string target =
-                from == to ? source : convertTo(XML_DOM_EncodingEnumToStr(to), source, XML_DOM_EncodingEnumToStr(from));
+            const std::string target = from == to ? source
+                                                  : convertTo(XML_DOM_EncodingEnumToStr(to), source,
+                                                              XML_DOM_EncodingEnumToStr(from));
             const Stream whole = memory(from, to);
             ASSERT_TRUE(whole);
             EXPECT_EQ(append(whole, source), XML_RET_OK);
@@ -259,7 +273,7 @@ TEST(OutStream, AFileIsAppendedToAndCreatedForOwnerAndGroup)
     s.reset(XML_IO_FileOutStreamCreate(path.path(), 0, 0));
     umask(before);
     ASSERT_TRUE(s);
-    struct stat info{};
+    struct stat info {};
     ASSERT_EQ(stat(path.path(), &info), 0);
     EXPECT_EQ(info.st_mode & 0777u, 0640u);
     EXPECT_EQ(XML_IO_FileOutStreamCreate("/nonexistent/dir/file", 0, 0), nullptr);

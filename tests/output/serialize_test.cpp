@@ -9,7 +9,7 @@ namespace {
 
 struct Pieces {
     std::vector<std::string> list;
-    int failAt = -1;   // the piece that fails
+    int failAt = -1;  // the piece that fails
     uint32_t with = 5;
 };
 
@@ -109,7 +109,8 @@ TEST(TranslateStr, WritesWhatTheTreeHolds)
         XML_DOM_Node* root = treeOf(row.document);
         EXPECT_EQ(written(root, row.flags), row.text) << row.why;
         Pieces pieces;
-        EXPECT_EQ(XML_DOM_OutPutTranslateStr(root, row.flags, collect, &pieces), XML_RET_OK) << row.why;
+        EXPECT_EQ(XML_DOM_OutPutTranslateStr(root, row.flags, collect, &pieces), XML_RET_OK)
+            << row.why;
         EXPECT_EQ(joined(pieces, ""), row.text) << row.why;
         XML_DOM_DelNode(root);
     }
@@ -128,7 +129,8 @@ TEST(TranslateStr, ArgumentsLengthAndTerminator)
     EXPECT_EQ(XML_DOM_NodeBegin2Str(nullptr, 0, nullptr), nullptr);
     EXPECT_EQ(XML_DOM_NodeEnd2Str(nullptr, nullptr), nullptr);
     EXPECT_EQ(text, nullptr);
-    EXPECT_EQ(XML_DOM_TranslateStr(root, 1, &text, nullptr), XML_RET_OK) << "the length may be NULL";
+    EXPECT_EQ(XML_DOM_TranslateStr(root, 1, &text, nullptr), XML_RET_OK)
+        << "the length may be NULL";
     EXPECT_STREQ(text, "<a><b/>t</a>");
     heapReleaseHandedOut(text);
     XML_DOM_DelNode(root);
@@ -154,7 +156,8 @@ TEST(TranslateStr4AllChild, WritesTheChildren)
     EXPECT_EQ(length, 29u);
     heapReleaseHandedOut(text);
     text = nullptr;
-    EXPECT_EQ(XML_DOM_TranslateStr4AllChild(XML_DOM_GetNextSibling(XML_DOM_GetFirstChild(root)), &text, &length),
+    EXPECT_EQ(XML_DOM_TranslateStr4AllChild(XML_DOM_GetNextSibling(XML_DOM_GetFirstChild(root)),
+                                            &text, &length),
               XML_RET_OK);
     EXPECT_STREQ(text, "") << "no children: the empty string";
     EXPECT_EQ(length, 0u);
@@ -173,9 +176,11 @@ TEST(BeginAndEnd, AreAlwaysOpenTags)
     };
     XML_DOM_Node* t = XML_DOM_GetFirstChild(root);
     XML_DOM_Node* b = XML_DOM_GetNextSibling(t);
-    for (const Case& row : {Case{root, 0, "<?xml version=\"1.0\" encoding=\"UTF-8\"?><p:a xmlns:p=\"u\" x=\"1\">", "</p:a>"},
-                            Case{root, 1, "<p:a xmlns:p=\"u\" x=\"1\">", "</p:a>"}, Case{b, 0, "<b>", "</b>"},
-                            Case{t, 0, "t", ""}, Case{XML_DOM_GetNextSibling(b), 0, "<![CDATA[c]]>", ""}}) {
+    for (const Case& row :
+         {Case{root, 0, "<?xml version=\"1.0\" encoding=\"UTF-8\"?><p:a xmlns:p=\"u\" x=\"1\">",
+               "</p:a>"},
+          Case{root, 1, "<p:a xmlns:p=\"u\" x=\"1\">", "</p:a>"}, Case{b, 0, "<b>", "</b>"},
+          Case{t, 0, "t", ""}, Case{XML_DOM_GetNextSibling(b), 0, "<![CDATA[c]]>", ""}}) {
         size_t length = 99;
         char* text = XML_DOM_NodeBegin2Str(row.node, row.flags, &length);
         EXPECT_EQ(std::string(text, length), row.begin);
@@ -192,12 +197,13 @@ TEST(BeginAndEnd, AreAlwaysOpenTags)
 
 TEST(OutPut, HandsOutEachTokenAsOnePiece)
 {
-    XML_DOM_Node* root = treeOf("<p:a xmlns:p='u' xmlns='d' x=' v&lt;' p:y=''>t&amp;u<b/><![CDATA[c]]></p:a>");
+    XML_DOM_Node* root =
+        treeOf("<p:a xmlns:p='u' xmlns='d' x=' v&lt;' p:y=''>t&amp;u<b/><![CDATA[c]]></p:a>");
     Pieces pieces;
     EXPECT_EQ(XML_DOM_OutPutTranslateStr(root, 0, collect, &pieces), XML_RET_OK);
-    EXPECT_EQ(joined(pieces),
-              "<?xml version=\"|1.0|\" encoding=\"|UTF-8|\"?>|<|p|:|a| xmlns|:|p|=\"|u|\"| xmlns|=\"|d|\"| |x|=\"|&#x20;|v|&lt;|\"|"
-              " |p|:|y|=\"|\"|>|t|&amp;|u|<|b|/>|<![CDATA[|c|]]>|</|p|:|a|>");
+    EXPECT_EQ(joined(pieces), "<?xml version=\"|1.0|\" encoding=\"|UTF-8|\"?>|<|p|:|a| "
+                              "xmlns|:|p|=\"|u|\"| xmlns|=\"|d|\"| |x|=\"|&#x20;|v|&lt;|\"|"
+                              " |p|:|y|=\"|\"|>|t|&amp;|u|<|b|/>|<![CDATA[|c|]]>|</|p|:|a|>");
     XML_DOM_DelNode(root);
 }
 
@@ -226,7 +232,8 @@ TEST(OutPut, AFailureStopsTheSiblingsOfWhatFailed)
         {"the root's begin", 0, "<|a|>|<|b| |x|=\"|1|\"|>|t|<|c|/>|</|b|>|<|d|/>|</|a|>"},
         {"an attribute: the tag is closed, the children follow, the sibling does not", 6,
          "<|a|>|<|b| |x|=\"|1|\"|>|t|<|c|/>|</|b|>|</|a|>"},
-        {"a text: its siblings do not follow, nor the parent's", 11, "<|a|>|<|b| |x|=\"|1|\"|>|t|</|b|>|</|a|>"},
+        {"a text: its siblings do not follow, nor the parent's", 11,
+         "<|a|>|<|b| |x|=\"|1|\"|>|t|</|b|>|</|a|>"},
         {"an end tag", 15, "<|a|>|<|b| |x|=\"|1|\"|>|t|<|c|/>|</|b|>|</|a|>"},
     };
     XML_DOM_Node* root = treeOf("<a><b x='1'>t<c/></b><d/></a>");
@@ -239,7 +246,8 @@ TEST(OutPut, AFailureStopsTheSiblingsOfWhatFailed)
     Pieces declaration;
     declaration.failAt = 0;
     EXPECT_EQ(XML_DOM_OutPutTranslateStr(root, 0, collect, &declaration), 5u);
-    EXPECT_EQ(joined(declaration), "<?xml version=\"|1.0|\" encoding=\"|UTF-8|\"?>") << "a failing declaration stops all";
+    EXPECT_EQ(joined(declaration), "<?xml version=\"|1.0|\" encoding=\"|UTF-8|\"?>")
+        << "a failing declaration stops all";
     XML_DOM_DelNode(root);
 }
 
@@ -264,7 +272,8 @@ TEST(OutPut, BytesOfAnIncompleteCharacterWaitForTheNextPiece)
     XML_DOM_DelNode(a);
 }
 
-// Every encoding: the terminator is a NUL of the encoding, marks begin each string of UTF-16 and UTF-32.
+// Every encoding: the terminator is a NUL of the encoding, marks begin each string of UTF-16 and
+// UTF-32.
 TEST(TranslateStr, WritesEveryEncoding)
 {
     XML_DOM_Node* root = treeOf("<a>\xE4\xB8\xAD</a>");
@@ -272,8 +281,8 @@ TEST(TranslateStr, WritesEveryEncoding)
         const std::string name = XML_DOM_EncodingEnumToStr(e);
         SCOPED_TRACE(name);
         EXPECT_EQ(XML_DOM_SetEncoding(root, e), XML_RET_OK);
-        const std::string expected =
-            convertTo(name.c_str(), "<?xml version=\"1.0\" encoding=\"" + name + "\"?><a>\xE4\xB8\xAD</a>");
+        const std::string expected = convertTo(name.c_str(), "<?xml version=\"1.0\" encoding=\"" +
+                                                                 name + "\"?><a>\xE4\xB8\xAD</a>");
         char* text = nullptr;
         size_t length = 0;
         ASSERT_EQ(XML_DOM_TranslateStr(root, 0, &text, &length), XML_RET_OK);

@@ -44,7 +44,9 @@ TEST(BuildTree, MakesTheTree)
 
 TEST(BuildTree, TextIsHeldInGb18030)
 {
-    XML_DOM_Node* root = treeOf("<\xE9\x85\x8D \xE5\x80\xBC='\xE4\xB8\xAD' xmlns:\xE5\x80\xBC='\xE6\x96\x87'>\xF0\x9F\x98\x80</\xE9\x85\x8D>");
+    XML_DOM_Node* root =
+        treeOf("<\xE9\x85\x8D \xE5\x80\xBC='\xE4\xB8\xAD' "
+               "xmlns:\xE5\x80\xBC='\xE6\x96\x87'>\xF0\x9F\x98\x80</\xE9\x85\x8D>");
     EXPECT_STREQ(XML_DOM_GetNodeName(root), "\xC5\xE4");
     EXPECT_STREQ(XML_DOM_GetNodeAttrValByName(root, "\xD6\xB5"), "\xD6\xD0");
     EXPECT_STREQ(XML_DOM_GetNodeValue(XML_DOM_GetFirstChild(root)), "\x94\x39\xFC\x36");
@@ -92,9 +94,10 @@ TEST(BuildTree, AReportThatIsNoTextSaysSo)
 
 TEST(BuildTree, BytesThatDecodeButAreNoUtf8GiveCodeOne)
 {
-    for (const char* document : {"<a>\xC1\x81</a>", "<\xC1\x81/>", "<a \xC1\x81='1'/>", "<a x='\xC1\x81'/>",
-                                 "<a xmlns='\xC1\x81'/>", "<a xmlns:\xC1\x81='u'/>", "<a><![CDATA[\xC1\x81]]></a>",
-                                 "<a\xF8\x90\x80\x80/>", "<a>\xF8\x90\x80\x80</a>"}) {
+    for (const char* document :
+         {"<a>\xC1\x81</a>", "<\xC1\x81/>", "<a \xC1\x81='1'/>", "<a x='\xC1\x81'/>",
+          "<a xmlns='\xC1\x81'/>", "<a xmlns:\xC1\x81='u'/>", "<a><![CDATA[\xC1\x81]]></a>",
+          "<a\xF8\x90\x80\x80/>", "<a>\xF8\x90\x80\x80</a>"}) {
         char error[200];
         EXPECT_EQ(build(document, sizeof error, error), nullptr) << document;
         EXPECT_STREQ(error, "failed to convert encoding.");
@@ -107,7 +110,8 @@ TEST(BuildTree, LeavesNothingBehindWhicheverAllocationFails)
     for (int i = 0; i < 30; ++i) {
         document += "<p:e" + std::to_string(i) + " xmlns:q" + std::to_string(i) + "='v'";
         for (int k = 0; k < 20; ++k) document += " a" + std::to_string(k) + "='&lt;'";
-        document += ">" + std::string(i == 5 ? 9000 : 5, 't') + "\xD6\xD0&amp;</p:e" + std::to_string(i) + ">";
+        document += ">" + std::string(i == 5 ? 9000 : 5, 't') + "\xD6\xD0&amp;</p:e" +
+                    std::to_string(i) + ">";
     }
     document += "</r>";
     const ChunkList chunks{document, 500};
@@ -117,9 +121,10 @@ TEST(BuildTree, LeavesNothingBehindWhicheverAllocationFails)
         for (std::size_t allowed = 0;; ++allowed, ++failures) {
             const FailingHeap heap{allowed};
             char error[300] = "";
-            XML_DOM_Node* root = source == 0   ? build(document, sizeof error, error)
-                                 : source == 1 ? XML_DOM_BuildTreeByMemList(chunks.list(), sizeof error, error)
-                                               : XML_DOM_BuildTreeByFile(file.path(), sizeof error, error);
+            XML_DOM_Node* root =
+                source == 0   ? build(document, sizeof error, error)
+                : source == 1 ? XML_DOM_BuildTreeByMemList(chunks.list(), sizeof error, error)
+                              : XML_DOM_BuildTreeByFile(file.path(), sizeof error, error);
             const bool refused = FailingHeap::refused();
             if (!root) {
                 EXPECT_TRUE(refused);
@@ -134,7 +139,8 @@ TEST(BuildTree, LeavesNothingBehindWhicheverAllocationFails)
 
 TEST(BuildTree, OneFailingAllocationIsReported)
 {
-    const std::string document = "<a b='&lt;'>" + std::string(5000, 'x') + "&amp;" + std::string(5000, 'x') + "</a>";
+    const std::string document =
+        "<a b='&lt;'>" + std::string(5000, 'x') + "&amp;" + std::string(5000, 'x') + "</a>";
     std::size_t memory = 0;
     std::size_t internal = 0;
     for (std::size_t at = 0;; ++at) {
@@ -158,8 +164,8 @@ struct Filter {
     int skipping;
 };
 
-void filterStart(XML_Parser* p, const char* local, const char* prefix, const char* name, uint32_t nd,
-                 const char** d, uint32_t na, uint32_t df, const char** a)
+void filterStart(XML_Parser* p, const char* local, const char* prefix, const char* name,
+                 uint32_t nd, const char** d, uint32_t na, uint32_t df, const char** a)
 {
     auto* filter = static_cast<Filter*>(p->handler->userData);
     if (filter->skipping != 0 || std::strcmp(local, "skip") == 0) ++filter->skipping;
@@ -175,7 +181,8 @@ void filterEnd(XML_Parser* p, const char* local, const char* prefix, const char*
 
 void filterText(XML_Parser* p, const char* text, uint32_t length)
 {
-    if (static_cast<Filter*>(p->handler->userData)->skipping == 0) XML_SAX_Characters(p, text, length);
+    if (static_cast<Filter*>(p->handler->userData)->skipping == 0)
+        XML_SAX_Characters(p, text, length);
 }
 
 TEST(SaxCallbacks, BuildATreeForACallersOwnHandler)
@@ -191,9 +198,12 @@ TEST(SaxCallbacks, BuildATreeForACallersOwnHandler)
     handler.endDocument = XML_SAX_EndDocument;
     handler.error = XML_SAX_Error;
     handler.userData = &filter;
-    const std::string good = "<r xmlns:p='u'><a p:x='\xE4\xB8\xAD'>t</a><skip><b>x</b></skip><![CDATA[]]><p:c/></r>";
-    EXPECT_EQ(XML_Parser_ByMem(bytesOf(good), static_cast<uint32_t>(good.size()), &handler), XML_RET_OK);
-    EXPECT_EQ(written(filter.builder.root), "<r xmlns:p=\"u\"><a p:x=\"\xE4\xB8\xAD\">t</a><![CDATA[]]><p:c/></r>");
+    const std::string good =
+        "<r xmlns:p='u'><a p:x='\xE4\xB8\xAD'>t</a><skip><b>x</b></skip><![CDATA[]]><p:c/></r>";
+    EXPECT_EQ(XML_Parser_ByMem(bytesOf(good), static_cast<uint32_t>(good.size()), &handler),
+              XML_RET_OK);
+    EXPECT_EQ(written(filter.builder.root),
+              "<r xmlns:p=\"u\"><a p:x=\"\xE4\xB8\xAD\">t</a><![CDATA[]]><p:c/></r>");
     XML_DOM_DelNode(filter.builder.root);
 
     char error[100];

@@ -123,11 +123,16 @@ std::string encoded(RandomDocument& random, const std::string& document)
         const char* mark;
     };
     static const Form kForms[] = {
-        {"UTF-16LE", "\xFF\xFE"},         {"UTF-16BE", "\xFE\xFF"},
-        {"UTF-16LE", ""},                 {"UTF-16BE", ""},
-        {"UTF-32LE", {"\xFF\xFE\0\0"}},   {"UTF-32BE", {"\0\0\xFE\xFF"}},
-        {"UTF-32LE", ""},                 {"UTF-32BE", ""},
-        {"GB18030", ""},                  {"UTF-8", "\xEF\xBB\xBF"},
+        {"UTF-16LE", "\xFF\xFE"},
+        {"UTF-16BE", "\xFE\xFF"},
+        {"UTF-16LE", ""},
+        {"UTF-16BE", ""},
+        {"UTF-32LE", "\xFF\xFE\0\0"},
+        {"UTF-32BE", "\0\0\xFE\xFF"},
+        {"UTF-32LE", ""},
+        {"UTF-32BE", ""},
+        {"GB18030", ""},
+        {"UTF-8", "\xEF\xBB\xBF"},
     };
     if (!random.chance(3)) return document;
     const std::size_t at = random.pick(9);
@@ -165,19 +170,20 @@ TEST(Differential, ScannerAgreesWithThePlainRules)
         ASSERT_NO_FATAL_FAILURE(compareMemory(document, failAt));
 
         std::vector<std::size_t> cuts;
-        for (std::size_t n = random.pick(6); n != 0; --n) cuts.push_back(random.pick(document.size()));
+        for (std::size_t n = random.pick(6); n != 0; --n)
+            cuts.push_back(random.pick(document.size()));
         std::sort(cuts.begin(), cuts.end());
         ASSERT_NO_FATAL_FAILURE(compareList(document, cuts, failAt));
         if (random.chance(50)) {
             ASSERT_NO_FATAL_FAILURE(compareFile(document));
         }
-        XML_DOM_Node* root = XML_DOM_BuildTreeByMem(bytesOf(document), static_cast<uint32_t>(document.size()),
-                                                    0, nullptr);
+        XML_DOM_Node* root = XML_DOM_BuildTreeByMem(
+            bytesOf(document), static_cast<uint32_t>(document.size()), 0, nullptr);
         wellFormed += root ? 1 : 0;
         XML_DOM_DelNode(root);
     }
     std::printf("%llu well-formed\n", static_cast<unsigned long long>(wellFormed));
-    EXPECT_GT(wellFormed, count / 20);           // neither kind may be rare
+    EXPECT_GT(wellFormed, count / 20);  // neither kind may be rare
     EXPECT_LT(wellFormed, count - count / 20);
 }
 

@@ -1,5 +1,5 @@
-// Documents in every encoding: with and without mark, declared or not, whole and in pieces; and what is
-// written in every encoding parses back.
+// Documents in every encoding: with and without mark, declared or not, whole and in pieces; and
+// what is written in every encoding parses back.
 #include "tests/support/event_log.hpp"
 #include "tests/support/sources.hpp"
 
@@ -7,7 +7,8 @@
 
 namespace {
 
-constexpr char kBody[] = "<a x='\xE4\xB8\xAD'>text \xE4\xB8\xAD\xE6\x96\x87<b/></a>";  // in GB2312, too
+constexpr char kBody[] =
+    "<a x='\xE4\xB8\xAD'>text \xE4\xB8\xAD\xE6\x96\x87<b/></a>";  // in GB2312, too
 constexpr char kTree[] = "<a x=\"\xE4\xB8\xAD\">text \xE4\xB8\xAD\xE6\x96\x87<b/></a>";
 
 struct SourceCase {
@@ -69,7 +70,8 @@ std::string fromHex(std::string_view digits)
 {
     std::string bytes;
     for (std::size_t i = 0; i < digits.size(); i += 2)
-        bytes.push_back(static_cast<char>(std::stoi(std::string{digits.substr(i, 2)}, nullptr, 16)));
+        bytes.push_back(
+            static_cast<char>(std::stoi(std::string{digits.substr(i, 2)}, nullptr, 16)));
     return bytes;
 }
 
@@ -84,7 +86,8 @@ std::string sourceOf(const SourceCase& row, const std::string& body)
     return fromHex(row.mark) + convertTo(row.bytes, text + body);
 }
 
-void expectTree(const SourceCase& row, XML_DOM_Node* root, const std::string& tree, const char* error)
+void expectTree(const SourceCase& row, XML_DOM_Node* root, const std::string& tree,
+                const char* error)
 {
     if (row.encoding == XML_ENCODING_NONE) {
         EXPECT_EQ(root, nullptr) << row.why;
@@ -105,8 +108,10 @@ TEST(Encodings, EverySourceParsesAsBlockListAndFile)
         const std::string source = sourceOf(row, kBody);
         const GuardedBytes block{source};
         char error[300] = "";
-        expectTree(row, XML_DOM_BuildTreeByMem(block.data(), static_cast<uint32_t>(block.size()), 300, error),
-                   kTree, error);
+        expectTree(
+            row,
+            XML_DOM_BuildTreeByMem(block.data(), static_cast<uint32_t>(block.size()), 300, error),
+            kTree, error);
         const TempFile file{source};
         expectTree(row, XML_DOM_BuildTreeByFile(file.path(), 300, error), kTree, error);
         for (std::size_t cut = 0; cut <= source.size(); ++cut) {
@@ -123,15 +128,18 @@ TEST(Encodings, LongSourcesOfEverySizeParseLikeTheBlock)
 {
     for (const SourceCase& row : kSources) {
         if (row.encoding == XML_ENCODING_NONE) continue;
-        for (const std::size_t size : {230, 250, 330, 470, 500, 990, 1010, 1030, 2500, 5003}) {
+        for (const std::size_t size :
+             {230u, 250u, 330u, 470u, 500u, 990u, 1010u, 1030u, 2500u, 5003u}) {
             std::string text;
             for (std::size_t i = 0; i < size; ++i) text += i % 7 == 0 ? "x" : "\xE4\xB8\xAD";
             const std::string body = "<a>" + text + "</a>";
             const std::string source = sourceOf(row, body);
             char error[300] = "";
-            expectTree(row, XML_DOM_BuildTreeByMem(bytesOf(source), static_cast<uint32_t>(source.size()), 300, error),
+            expectTree(row,
+                       XML_DOM_BuildTreeByMem(bytesOf(source), static_cast<uint32_t>(source.size()),
+                                              300, error),
                        body, error);
-            for (const std::size_t chunk : {1, 3, 64, 1021}) {
+            for (const std::size_t chunk : {1u, 3u, 64u, 1021u}) {
                 const ChunkList list{source, chunk};
                 expectTree(row, XML_DOM_BuildTreeByMemList(list.list(), 300, error), body, error);
             }
@@ -149,8 +157,8 @@ TEST(Encodings, WhatIsWrittenParsesBack)
         ASSERT_EQ(XML_DOM_SetEncoding(root, encoding), XML_RET_OK);
         const std::string text = written(root, 0);
         char error[300] = "";
-        XML_DOM_Node* back =
-            XML_DOM_BuildTreeByMem(bytesOf(text), static_cast<uint32_t>(text.size()), sizeof error, error);
+        XML_DOM_Node* back = XML_DOM_BuildTreeByMem(
+            bytesOf(text), static_cast<uint32_t>(text.size()), sizeof error, error);
         ASSERT_NE(back, nullptr) << error;
         EXPECT_EQ(XML_DOM_GetEncoding(back), encoding);
         XML_DOM_SetEncoding(back, XML_ENCODING_UTF_8);
@@ -165,7 +173,8 @@ struct BadCase {
     std::string source;
 };
 
-// The excerpt of such a source is often no text at all, so the code is looked at and not the report.
+// The excerpt of such a source is often no text at all, so the code is looked at and not the
+// report.
 TEST(Encodings, BrokenBlocksAreReported)
 {
     const BadCase kBad[] = {
@@ -178,7 +187,8 @@ TEST(Encodings, BrokenBlocksAreReported)
     };
     for (const BadCase& row : kBad) {
         EventLog log;
-        EXPECT_EQ(XML_Parser_ByMem(bytesOf(row.source), static_cast<uint32_t>(row.source.size()), log.handler()),
+        EXPECT_EQ(XML_Parser_ByMem(bytesOf(row.source), static_cast<uint32_t>(row.source.size()),
+                                   log.handler()),
                   XML_RET_FAIL);
         EXPECT_EQ(log.error(), 1500u) << row.why;
     }
@@ -199,9 +209,12 @@ TEST(Encodings, TheHandlerSeesTheDeclaredEncoding)
 {
     const std::string source = "<?xml version='1.0' encoding='gbk'?><a>\xD6\xD0</a>";
     EventLog log;
-    EXPECT_EQ(XML_Parser_ByMem(bytesOf(source), static_cast<uint32_t>(source.size()), log.handler()), XML_RET_OK);
-    EXPECT_EQ(log.text(), "1:37 document encoding=8 version=1.0\n1:39 start 'a' null null\n"
-                          "1:41 text '\xE4\xB8\xAD'\n1:45 end 'a' null null\n1:45 end of document\n");
+    EXPECT_EQ(
+        XML_Parser_ByMem(bytesOf(source), static_cast<uint32_t>(source.size()), log.handler()),
+        XML_RET_OK);
+    EXPECT_EQ(log.text(),
+              "1:37 document encoding=8 version=1.0\n1:39 start 'a' null null\n"
+              "1:41 text '\xE4\xB8\xAD'\n1:45 end 'a' null null\n1:45 end of document\n");
 }
 
 }  // namespace

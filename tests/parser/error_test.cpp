@@ -1,4 +1,5 @@
-// Every error code: where it is reported, with which excerpt and message, from every kind of source.
+// Every error code: where it is reported, with which excerpt and message, from every kind of
+// source.
 #include "tests/support/event_log.hpp"
 #include "tests/support/sources.hpp"
 
@@ -195,8 +196,9 @@ TEST(ParseErrors, CoverEveryCodeThatARuleGives)
     std::set<XML_ErrorCode> seen;
     for (const ErrorCase& row : kErrors) seen.insert(row.code);
     // 1 and 2 need a failing callback or heap, 1500 a failing conversion; no rule gives 41.
-    const std::set<XML_ErrorCode> all = {72, 4,  5,  9,  32, 33, 34, 45, 46, 47, 57, 61, 65, 25,  75,
-                                         78, 80, 96, 97, 42, 63, 68, 35, 76, 77, 26, 62, 201, 38};
+    const std::set<XML_ErrorCode> all = {72, 4,  5,  9,  32, 33, 34, 45,  46, 47,
+                                         57, 61, 65, 25, 75, 78, 80, 96,  97, 42,
+                                         63, 68, 35, 76, 77, 26, 62, 201, 38};
     EXPECT_EQ(seen, all);
 }
 
@@ -204,13 +206,18 @@ TEST(ParseErrors, LongInputShowsWhatIsStillBuffered)
 {
     const std::string document = "<a>" + std::string(200, 'x') + "<b></c></a>";
     char error[300];
-    XML_DOM_BuildTreeByMem(bytesOf(document), static_cast<uint32_t>(document.size()), sizeof error, error);
-    EXPECT_STREQ(error, "The Line 1 Column 209 :\"xxxxxxxxxxxxxxxxxxxxxxxxxxx<b></c></a>\", tag name mismatch.");
+    XML_DOM_BuildTreeByMem(bytesOf(document), static_cast<uint32_t>(document.size()), sizeof error,
+                           error);
+    EXPECT_STREQ(
+        error,
+        "The Line 1 Column 209 :\"xxxxxxxxxxxxxxxxxxxxxxxxxxx<b></c></a>\", tag name mismatch.");
     // From a file the buffer was compacted to the name that was being read when it was refilled.
     const std::string far = "<a>" + std::string(2000, ' ') + "<b></c></a>";
     const TempFile file{far};
     XML_DOM_BuildTreeByFile(file.path(), sizeof error, error);
-    EXPECT_STREQ(error, "The Line 1 Column 2009 :\"                           <b></c></a>\", tag name mismatch.");
+    EXPECT_STREQ(
+        error,
+        "The Line 1 Column 2009 :\"                           <b></c></a>\", tag name mismatch.");
 }
 
 TEST(ParseErrors, ExcerptIsCutToWholeCharacters)
@@ -225,7 +232,8 @@ TEST(ParseErrors, ExcerptIsCutToWholeCharacters)
     for (int i = 0; i < 10; ++i) expected += "\xE4\xB8\xAD";
     expected += "</b>";
     for (int i = 0; i < 9; ++i) expected += "\xE4\xB8\xAD";
-    EXPECT_NE(log.text().find(expected + "\", tag name mismatch."), std::string::npos) << log.text();
+    EXPECT_NE(log.text().find(expected + "\", tag name mismatch."), std::string::npos)
+        << log.text();
 }
 
 TEST(ParseErrors, EmptyFileAndEmptyListAreEmptyDocuments)
@@ -245,10 +253,11 @@ TEST(ParseErrors, CodeOfACallbackIsReportedWithItsMessage)
         XML_ErrorCode code;
         const char* message;
     };
-    for (const Case& row : {Case{7, "unknown error occurred."}, Case{41, "attribute without value."},
-                            Case{1, "internal error."}, Case{2, "memory allocation failed."},
-                            Case{1500, "transition IO stream enCoding error."},
-                            Case{65535, "unknown error occurred."}, Case{0x80000000, "unknown error occurred."}}) {
+    for (const Case& row :
+         {Case{7, "unknown error occurred."}, Case{41, "attribute without value."},
+          Case{1, "internal error."}, Case{2, "memory allocation failed."},
+          Case{1500, "transition IO stream enCoding error."},
+          Case{65535, "unknown error occurred."}, Case{0x80000000, "unknown error occurred."}}) {
         const std::string document = "<a><!--c--><?p d?>t<![CDATA[x]]></a>";
         EventLog whole;
         EXPECT_EQ(XML_Parser_ByMem(bytesOf(document), 36, whole.handler()), XML_RET_OK);

@@ -21,21 +21,38 @@ bool inAny(uint32_t c, std::initializer_list<std::pair<uint32_t, uint32_t>> rang
 TEST(CharClasses, HoldForEveryCodePoint)
 {
     for (uint32_t c = 0; c <= 0x120000; ++c) {
-        const bool valid = inAny(c, {{9, 0xA}, {0xD, 0xD}, {0x20, 0xD7FF}, {0xE000, 0xFFFD}, {0x10000, 0x10FFFF}});
-        const bool start = inAny(c, {{'A', 'Z'}, {'_', '_'}, {'a', 'z'}, {0xC0, 0xD6}, {0xD8, 0xF6}, {0xF8, 0x2FF},
-                                     {0x370, 0x37D}, {0x37F, 0x1FFF}, {0x200C, 0x200D}, {0x2070, 0x218F},
-                                     {0x2C00, 0x2FEF}, {0x3001, 0xD7FF}, {0xF900, 0xFDCF}, {0xFDF0, 0xFFFD},
+        const bool valid =
+            inAny(c, {{9, 0xA}, {0xD, 0xD}, {0x20, 0xD7FF}, {0xE000, 0xFFFD}, {0x10000, 0x10FFFF}});
+        const bool start = inAny(c, {{'A', 'Z'},
+                                     {'_', '_'},
+                                     {'a', 'z'},
+                                     {0xC0, 0xD6},
+                                     {0xD8, 0xF6},
+                                     {0xF8, 0x2FF},
+                                     {0x370, 0x37D},
+                                     {0x37F, 0x1FFF},
+                                     {0x200C, 0x200D},
+                                     {0x2070, 0x218F},
+                                     {0x2C00, 0x2FEF},
+                                     {0x3001, 0xD7FF},
+                                     {0xF900, 0xFDCF},
+                                     {0xFDF0, 0xFFFD},
                                      {0x10000, 0xEFFFF}});
-        const bool name = start || inAny(c, {{'-', '.'}, {'0', '9'}, {0xB7, 0xB7}, {0x300, 0x36F}, {0x203F, 0x2040}});
+        const bool name =
+            start ||
+            inAny(c, {{'-', '.'}, {'0', '9'}, {0xB7, 0xB7}, {0x300, 0x36F}, {0x203F, 0x2040}});
         ASSERT_EQ(isValid(c), valid) << c;
         ASSERT_EQ(isNameStart(c), start) << c;
         ASSERT_EQ(isName(c), name) << c;
         if (c < 256) {
             ASSERT_EQ((kAsciiClasses[c] & kClassName) != 0, c < 128 && name) << c;
-            ASSERT_EQ((kAsciiClasses[c] & kClassBlank) != 0, c == 32 || c == 9 || c == 13 || c == 10) << c;
+            ASSERT_EQ((kAsciiClasses[c] & kClassBlank) != 0,
+                      c == 32 || c == 9 || c == 13 || c == 10)
+                << c;
         }
     }
-    for (const uint32_t none : {kUndecodable}) EXPECT_FALSE(isValid(none) || isNameStart(none) || isName(none));
+    for (const uint32_t none : {kUndecodable})
+        EXPECT_FALSE(isValid(none) || isNameStart(none) || isName(none));
 }
 
 TEST(CharClasses, EncodingAndDecodingAgree)
@@ -46,7 +63,8 @@ TEST(CharClasses, EncodingAndDecodingAgree)
         const std::size_t size = encodeCharacter(c, bytes);
         ASSERT_EQ(size, stepOf(bytes[0]));
         ASSERT_EQ(decodeCharacter(bytes, bytes + size), c);
-        for (std::size_t cut = 1; cut < size; ++cut) ASSERT_EQ(decodeCharacter(bytes, bytes + cut), kUndecodable);
+        for (std::size_t cut = 1; cut < size; ++cut)
+            ASSERT_EQ(decodeCharacter(bytes, bytes + cut), kUndecodable);
     }
 }
 
@@ -55,7 +73,8 @@ TEST(CharClasses, EveryLeadWithEverySecondByte)
 {
     for (uint32_t lead = 0x80; lead < 0x100; ++lead) {
         for (uint32_t second = 0; second < 0x100; ++second) {
-            const uint8_t bytes[4] = {static_cast<uint8_t>(lead), static_cast<uint8_t>(second), 0x80, 0x80};
+            const uint8_t bytes[4] = {static_cast<uint8_t>(lead), static_cast<uint8_t>(second),
+                                      0x80, 0x80};
             const std::size_t size = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
             bool decodable = lead >= 0xC0 && second >= 0x80 && second <= 0xBF;
             if (lead == 0xE0 && second < 0xA0) decodable = false;
@@ -65,7 +84,8 @@ TEST(CharClasses, EveryLeadWithEverySecondByte)
             uint32_t code = lead & (size == 2 ? 0x1F : size == 3 ? 0x0F : 0x07);
             code = (code << 6) | (second & 0x3F);
             for (std::size_t i = 2; i < size; ++i) code <<= 6;
-            ASSERT_EQ(decodeCharacter(bytes, bytes + 4), decodable ? code : kUndecodable) << lead << " " << second;
+            ASSERT_EQ(decodeCharacter(bytes, bytes + 4), decodable ? code : kUndecodable)
+                << lead << " " << second;
             ASSERT_EQ(decodeCharacter(bytes, bytes + size - 1), kUndecodable);
         }
     }
@@ -105,7 +125,8 @@ TEST(CheckQName, Table)
         {"no GB18030",                  "a\xFF" "b",    false},
     };
     // clang-format on
-    for (const Case& row : kCases) EXPECT_EQ(XML_CheckQName(row.name) == XML_RET_OK, row.valid) << row.why;
+    for (const Case& row : kCases)
+        EXPECT_EQ(XML_CheckQName(row.name) == XML_RET_OK, row.valid) << row.why;
     EXPECT_EQ(XML_CheckQName("1"), XML_RET_FAIL);
     const FailingHeap heap{0};
     EXPECT_EQ(XML_CheckQName("abc"), XML_RET_OK) << "needs no memory";
@@ -146,7 +167,9 @@ TEST(CheckNamespace, Table)
     };
     // clang-format on
     for (const Case& row : kCases)
-        EXPECT_EQ(XML_CheckNamespace(row.prefix, row.name), row.accepted ? XML_RET_OK : XML_RET_FAIL) << row.why;
+        EXPECT_EQ(XML_CheckNamespace(row.prefix, row.name),
+                  row.accepted ? XML_RET_OK : XML_RET_FAIL)
+            << row.why;
 }
 
 }  // namespace

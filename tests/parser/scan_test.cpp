@@ -71,7 +71,9 @@ TEST(Scanner, DeliversEachConstruct)
         const std::string document = row.document;
         const GuardedBytes block{document};
         EventLog log;
-        EXPECT_EQ(XML_Parser_ByMem(block.data(), static_cast<uint32_t>(block.size()), log.handler()), XML_RET_OK);
+        EXPECT_EQ(
+            XML_Parser_ByMem(block.data(), static_cast<uint32_t>(block.size()), log.handler()),
+            XML_RET_OK);
         const std::string& text = log.text();
         const std::string begin = "1:1 document encoding=0 version=1.0\n";
         const std::size_t end = text.rfind('\n', text.size() - 2);
@@ -94,7 +96,9 @@ TEST(Scanner, AcceptsEveryFormOfTheDeclaration)
     };
     for (const char* declaration : kDeclarations) {
         const std::string document = std::string{declaration} + "<a/>";
-        EXPECT_EQ(XML_Parser_ByMem(bytesOf(document), static_cast<uint32_t>(document.size()), nullptr), XML_RET_OK)
+        EXPECT_EQ(
+            XML_Parser_ByMem(bytesOf(document), static_cast<uint32_t>(document.size()), nullptr),
+            XML_RET_OK)
             << declaration;
     }
 }
@@ -102,11 +106,11 @@ TEST(Scanner, AcceptsEveryFormOfTheDeclaration)
 // A name longer than the look-ahead, compared in full.
 TEST(Scanner, ComparesLongEndTagsInFull)
 {
-    for (const std::size_t size : {60, 63, 64, 65, 1000, 1024, 5000}) {
+    for (const std::size_t size : {60u, 63u, 64u, 65u, 1000u, 1024u, 5000u}) {
         const std::string name(size, 'n');
         const std::string same = "<" + name + "></" + name + ">";
         const std::string other = "<" + name + "></" + name.substr(1) + "x>";
-        for (const std::size_t chunk : {1, 7, 100, 100000}) {
+        for (const std::size_t chunk : {1u, 7u, 100u, 100000u}) {
             const ChunkList good{same, chunk};
             EventLog log;
             EXPECT_EQ(XML_Parser_ByMemList(good.list(), log.handler()), XML_RET_OK) << size;
@@ -124,11 +128,13 @@ TEST(Scanner, ComparesLongEndTagsInFull)
 TEST(Scanner, ChunksMayEndAnywhere)
 {
     const std::string document =
-        "<?xml version='1.0' encoding='UTF-8' standalone='yes'?>\r\n<!DOCTYPE a [<!ENTITY e 'x'>]>\n"
+        "<?xml version='1.0' encoding='UTF-8' standalone='yes'?>\r\n<!DOCTYPE a [<!ENTITY e "
+        "'x'>]>\n"
         "<!-- \xE4\xB8\xAD --><?pi data?>\n<p:a xmlns:p='urn:p' xmlns=\"urn:d\" p:x='&lt;&#x4e2d;'>"
         " t\xC3\xA9xt &amp; \xF0\x9F\x98\x80 <b/><![CDATA[ <x> ]]>\r\n</p:a>";
     EventLog whole;
-    ASSERT_EQ(XML_Parser_ByMem(bytesOf(document), static_cast<uint32_t>(document.size()), whole.handler()),
+    ASSERT_EQ(XML_Parser_ByMem(bytesOf(document), static_cast<uint32_t>(document.size()),
+                               whole.handler()),
               XML_RET_OK);
     for (std::size_t cut = 0; cut <= document.size(); ++cut) {
         const ChunkList chunks{document, std::vector<std::size_t>{cut}};
@@ -151,7 +157,8 @@ TEST(Scanner, InputMayEndAnywhere)
     for (std::size_t size = 1; size < document.size(); ++size) {
         const GuardedBytes block{document.substr(0, size)};
         EventLog log;
-        EXPECT_EQ(XML_Parser_ByMem(block.data(), static_cast<uint32_t>(size), log.handler()), XML_RET_FAIL);
+        EXPECT_EQ(XML_Parser_ByMem(block.data(), static_cast<uint32_t>(size), log.handler()),
+                  XML_RET_FAIL);
         EXPECT_NE(log.error(), 0u) << size;
     }
 }

@@ -16,8 +16,8 @@ std::string show(const char* text)
 struct EventLogSlots {
     static void startDocument(XML_Parser* p)
     {
-        EventLog::of(p).note(p, "document encoding=" + std::to_string(p->encoding) + " version=" +
-                                    p->version);
+        EventLog::of(p).note(p, "document encoding=" + std::to_string(p->encoding) +
+                                    " version=" + p->version);
     }
     static void endDocument(XML_Parser* p) { EventLog::of(p).note(p, "end of document"); }
     static void characters(XML_Parser* p, const char* text, uint32_t length)
@@ -26,7 +26,10 @@ struct EventLogSlots {
         EventLog::of(p).note(p, "text '" + std::string(text, length) + "'" +
                                     (terminated ? "" : " not terminated"));
     }
-    static void comment(XML_Parser* p, const char* text) { EventLog::of(p).note(p, "comment " + show(text)); }
+    static void comment(XML_Parser* p, const char* text)
+    {
+        EventLog::of(p).note(p, "comment " + show(text));
+    }
     static void cdata(XML_Parser* p, const char* text, uint32_t length)
     {
         EventLog::of(p).note(p, "cdata '" + std::string(text, length) + "'");
@@ -54,7 +57,8 @@ struct EventLogSlots {
             line += " declares " + show(declarations[2 * i]) + "=" + show(declarations[2 * i + 1]);
         for (uint32_t i = 0; i < attributeCount; ++i) {
             const char** a = attributes + 5 * i;
-            line += " attribute " + show(a[0]) + " " + show(a[1]) + " " + show(a[2]) + "=" + show(a[3]);
+            line +=
+                " attribute " + show(a[0]) + " " + show(a[1]) + " " + show(a[2]) + "=" + show(a[3]);
             if (a[4] != a[3] + std::strlen(a[3])) line += " wrong end";
         }
         if (defaulted != 0) line += " defaulted";
@@ -87,6 +91,7 @@ EventLog& EventLog::of(XML_Parser* parser)
 
 void EventLog::note(XML_Parser* parser, const std::string& line)
 {
-    text_ += std::to_string(parser->line) + ":" + std::to_string(parser->column) + " " + line + "\n";
+    text_ +=
+        std::to_string(parser->line) + ":" + std::to_string(parser->column) + " " + line + "\n";
     if (events_++ == failAt_) parser->error = failWith_;
 }

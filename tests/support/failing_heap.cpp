@@ -36,7 +36,8 @@ void* counted(void* block)
     if (!block) return nullptr;
     ++live;
     const std::size_t now = liveBytes += malloc_usable_size(block);
-    for (std::size_t peak = peakBytes; now > peak && !peakBytes.compare_exchange_weak(peak, now);) {}
+    for (std::size_t peak = peakBytes; now > peak && !peakBytes.compare_exchange_weak(peak, now);) {
+    }
     return block;
 }
 

@@ -3,8 +3,8 @@
 
 #include <cstddef>
 
-// While one lives, the given number of allocations succeed and then `failures` in a row fail (all of
-// them by default). Counts the blocks that were made and not released since.
+// While one lives, the given number of allocations succeed and then `failures` in a row fail (all
+// of them by default). Counts the blocks that were made and not released since.
 class FailingHeap {
 public:
     static constexpr std::size_t kForever = static_cast<std::size_t>(-1);

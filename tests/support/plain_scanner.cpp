@@ -12,9 +12,9 @@ namespace {
 
 using Code = uint32_t;
 
-const char* const kEncodings[] = {"UTF-8",  "UTF-16LE", "UTF-16BE", "GB2312",  "UTF-32LE",
-                                  "UTF-32BE", "UTF-16", "UTF-32",   "GBK",     "GB18030",
-                                  "UCS-4",  "UCS-4BE",  "UCS-4LE"};
+const char* const kEncodings[] = {"UTF-8",    "UTF-16LE", "UTF-16BE", "GB2312", "UTF-32LE",
+                                  "UTF-32BE", "UTF-16",   "UTF-32",   "GBK",    "GB18030",
+                                  "UCS-4",    "UCS-4BE",  "UCS-4LE"};
 
 const std::map<Code, const char*> kTexts = {
     {2, "memory allocation failed."},
@@ -103,7 +103,8 @@ public:
     }
 
 private:
-    // -- the input ---------------------------------------------------------------------------------
+    // -- the input
+    // ---------------------------------------------------------------------------------
     uint32_t status() const { return static_cast<uint32_t>(s->status); }
     std::size_t left() const { return static_cast<std::size_t>(s->end - s->cursor); }
     bool ended() const { return left() == 0; }
@@ -147,16 +148,17 @@ private:
     static bool within(uint32_t c, uint32_t a, uint32_t b) { return c >= a && c <= b; }
     static bool validCode(uint32_t c)
     {
-        return c == 9 || c == 10 || c == 13 || within(c, 0x20, 0xD7FF) || within(c, 0xE000, 0xFFFD) ||
-               within(c, 0x10000, 0x10FFFF);
+        return c == 9 || c == 10 || c == 13 || within(c, 0x20, 0xD7FF) ||
+               within(c, 0xE000, 0xFFFD) || within(c, 0x10000, 0x10FFFF);
     }
     static bool startCode(uint32_t c)
     {
         return within(c, 'A', 'Z') || c == '_' || within(c, 'a', 'z') || within(c, 0xC0, 0xD6) ||
                within(c, 0xD8, 0xF6) || within(c, 0xF8, 0x2FF) || within(c, 0x370, 0x37D) ||
                within(c, 0x37F, 0x1FFF) || within(c, 0x200C, 0x200D) || within(c, 0x2070, 0x218F) ||
-               within(c, 0x2C00, 0x2FEF) || within(c, 0x3001, 0xD7FF) || within(c, 0xF900, 0xFDCF) ||
-               within(c, 0xFDF0, 0xFFFD) || within(c, 0x10000, 0xEFFFF);
+               within(c, 0x2C00, 0x2FEF) || within(c, 0x3001, 0xD7FF) ||
+               within(c, 0xF900, 0xFDCF) || within(c, 0xFDF0, 0xFFFD) ||
+               within(c, 0x10000, 0xEFFFF);
     }
     static bool nameCode(uint32_t c)
     {
@@ -187,7 +189,8 @@ private:
     bool isValid() const { return validCode(decode()); }
     std::string fromMark() const
     {
-        return {reinterpret_cast<const char*>(s->mark), static_cast<std::size_t>(s->cursor - s->mark)};
+        return {reinterpret_cast<const char*>(s->mark),
+                static_cast<std::size_t>(s->cursor - s->mark)};
     }
     void copyCharacter(std::string& to)
     {
@@ -202,7 +205,8 @@ private:
         const uint8_t* start = s->cursor;
         for (int i = 0; i < 32 && start != s->base; ++i) --start;
         while (start != s->end && (*start & 0xC0) == 0x80) ++start;
-        std::string text(reinterpret_cast<const char*>(start), static_cast<std::size_t>(s->end - start));
+        std::string text(reinterpret_cast<const char*>(start),
+                         static_cast<std::size_t>(s->end - start));
         if (text.size() > 63) text.resize(63);
         for (std::size_t i = 1; i <= text.size() && i <= 4; ++i) {
             const auto b = static_cast<uint8_t>(text[text.size() - i]);
@@ -214,7 +218,8 @@ private:
         return text.c_str();  // as far as a zero byte, as printf shows it
     }
 
-    // -- the document ------------------------------------------------------------------------------
+    // -- the document
+    // ------------------------------------------------------------------------------
     Code document()
     {
         if (s->encoding == 0 && left() >= 4) {
@@ -419,7 +424,8 @@ private:
         return 0;
     }
 
-    // -- names and namespaces ----------------------------------------------------------------------
+    // -- names and namespaces
+    // ----------------------------------------------------------------------
     Code name(std::string& text)
     {
         if (!startCode(decode())) return 9;
@@ -448,7 +454,8 @@ private:
         return prefix == "xml" ? "http://www.w3.org/XML/1998/namespace" : nullptr;
     }
 
-    // -- elements ----------------------------------------------------------------------------------
+    // -- elements
+    // ----------------------------------------------------------------------------------
     Code elements()
     {
         Code code = startTag();
@@ -488,7 +495,8 @@ private:
         for (const PlainAttribute& a : attributes) {
             for (const PlainAttribute& b : attributes) {
                 if (&a != &b && a.local == b.local &&
-                    std::string_view{a.name ? a.name : ""} == std::string_view{b.name ? b.name : ""})
+                    std::string_view{a.name ? a.name : ""} ==
+                        std::string_view{b.name ? b.name : ""})
                     return 42;
             }
         }
@@ -555,8 +563,8 @@ private:
             a.push_back(x.value.c_str() + x.value.size());
         }
         const PlainElement& e = open.back();
-        h->startElementNs(&p, e.local.c_str(), e.hasPrefix ? e.prefix.c_str() : nullptr, resolve(e.prefix),
-                          static_cast<uint32_t>(d.size() / 2), d.data(),
+        h->startElementNs(&p, e.local.c_str(), e.hasPrefix ? e.prefix.c_str() : nullptr,
+                          resolve(e.prefix), static_cast<uint32_t>(d.size() / 2), d.data(),
                           static_cast<uint32_t>(a.size() / 5), 0, a.data());
         return p.error;
     }
@@ -592,13 +600,15 @@ private:
     {
         const PlainElement e = open.back();
         if (h && h->endElementNs)
-            h->endElementNs(&p, e.local.c_str(), e.hasPrefix ? e.prefix.c_str() : nullptr, resolve(e.prefix));
+            h->endElementNs(&p, e.local.c_str(), e.hasPrefix ? e.prefix.c_str() : nullptr,
+                            resolve(e.prefix));
         bindings.resize(e.bindings);
         open.pop_back();
         return p.error;
     }
 
-    // -- text --------------------------------------------------------------------------------------
+    // -- text
+    // --------------------------------------------------------------------------------------
     Code cdata()
     {
         advance(9);

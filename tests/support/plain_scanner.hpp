@@ -1,5 +1,5 @@
-// The parser's rules written down plainly: one character at a time, one list for everything, no fast
-// path. The library's scanner is compared with it.
+// The parser's rules written down plainly: one character at a time, one list for everything, no
+// fast path. The library's scanner is compared with it.
 #pragma once
 
 #include "netxml/netxml.h"

@@ -2,9 +2,9 @@
 
 std::string RandomDocument::name()
 {
-    static const char* const kNames[] = {"a",  "b",    "c",     "interface", "x-1", "_y", "n.m",
-                                         "é",  "配置", "名前",  "xml",       "xmlns", "xmlx", "\xF0\x90\x80\x80",
-                                         "a·", "Ａ",   "config"};
+    static const char* const kNames[] = {
+        "a",   "b",     "c",    "interface",        "x-1", "_y", "n.m",   "é", "配置", "名前",
+        "xml", "xmlns", "xmlx", "\xF0\x90\x80\x80", "a·",  "Ａ", "config"};
     if (chance(60)) return std::string(pick(2000) + 1, 'n');
     if (chance(20)) return one(kNames) + one(kNames);
     return chance(2) ? one({"a", "b", "c"}) : one(kNames);
@@ -26,7 +26,8 @@ std::string RandomDocument::blanks()
 
 std::string RandomDocument::reference()
 {
-    if (chance(40)) return one({"&#;", "&#0;", "&#x;", "&e;", "&lt", "&#x110000;", "&#xFFFE;", "&", "&#12"});
+    if (chance(40))
+        return one({"&#;", "&#0;", "&#x;", "&e;", "&lt", "&#x110000;", "&#xFFFE;", "&", "&#12"});
     return one({"&lt;", "&gt;", "&amp;", "&apos;", "&quot;", "&#65;", "&#x4e2d;", "&#32;", "&#xA;",
                 "&#x10FFFF;", "&#4294967361;", "&#00000000065;"});
 }
@@ -36,7 +37,8 @@ std::string RandomDocument::text()
     std::string result;
     const std::size_t pieces = pick(6);
     for (std::size_t i = 0; i < pieces; ++i) {
-        result += one({"x", " ", "word ", "\n  ", "1500", "中文", "é", "]", "]]", ">", "\"", "'", "\xF0\x9F\x98\x80"});
+        result += one({"x", " ", "word ", "\n  ", "1500", "中文", "é", "]", "]]", ">", "\"", "'",
+                       "\xF0\x9F\x98\x80"});
         if (chance(12)) result += reference();
         if (chance(25)) result += std::string(pick(1500), 't');
         if (chance(40)) result += blanks();
@@ -68,11 +70,13 @@ std::string RandomDocument::attributes()
             result += one({"'urn:p'", "'urn:q'", "\"urn:p\"", "'urn:é'"});
         } else if (chance(60)) {
             result += one({"xmlns", "xmlns:xml", "xmlns:xmlns", "xmlns:p"}) + "=";
-            result += one({"''", "'http://www.w3.org/XML/1998/namespace'", "'http://www.w3.org/2000/xmlns/'"});
+            result += one({"''", "'http://www.w3.org/XML/1998/namespace'",
+                           "'http://www.w3.org/2000/xmlns/'"});
         } else {
             result += chance(30) ? qualifiedName() : chance(6) ? "xml:" + name() : name();
             if (!chance(20)) result += std::to_string(i);
-            result += (chance(20) ? blanks() : "") + "=" + (chance(20) ? blanks() : "") + attributeValue();
+            result += (chance(20) ? blanks() : "") + "=" + (chance(20) ? blanks() : "") +
+                      attributeValue();
         }
     }
     return result + blanks();
@@ -90,12 +94,14 @@ std::string RandomDocument::instruction()
 
 std::string RandomDocument::declaration()
 {
-    std::string result = std::string{"<?xml"} + (chance(40) ? "" : one({" ", "\n"})) + "version" + one({"=", " = "});
+    std::string result =
+        std::string{"<?xml"} + (chance(40) ? "" : one({" ", "\n"})) + "version" + one({"=", " = "});
     result += chance(30) ? one({"'1.1'", "'1.0\"", "1.0"}) : one({"'1.0'", "\"1.0\""});
     if (chance(2)) {
         result += (chance(40) ? "" : one({" ", "\n "})) + "encoding=";
-        result += chance(5) ? one({"'GB18030'", "'GBK'", "'GB2312'", "'UTF-16'", "'UTF'", "'ISO-8859-1'"})
-                            : one({"'UTF-8'", "\"utf-8\""});
+        result += chance(5)
+                      ? one({"'GB18030'", "'GBK'", "'GB2312'", "'UTF-16'", "'UTF'", "'ISO-8859-1'"})
+                      : one({"'UTF-8'", "\"utf-8\""});
     }
     if (chance(4)) result += " standalone=" + (chance(20) ? "'maybe'" : one({"'yes'", "\"no\""}));
     return result + (chance(60) ? "" : one({"?>", " ?>", "\n?>"}));
@@ -104,7 +110,8 @@ std::string RandomDocument::declaration()
 std::string RandomDocument::doctype()
 {
     return std::string{"<!DOCTYPE"} + (chance(40) ? "" : " ") + name() +
-           one({"", " SYSTEM 'x.dtd'", " [<!ENTITY e 'x'>]", " [ ]] ", "[\n]\n"}) + (chance(40) ? "" : ">");
+           one({"", " SYSTEM 'x.dtd'", " [<!ENTITY e 'x'>]", " [ ]] ", "[\n]\n"}) +
+           (chance(40) ? "" : ">");
 }
 
 std::string RandomDocument::items()
@@ -155,8 +162,10 @@ void RandomDocument::damage(std::string& document)
         case 0: document.resize(at); break;
         case 1: document[at] = static_cast<char>(pick(255)); break;
         case 2: document.erase(at, pick(4) + 1); break;
-        case 3: document.insert(at, one({"<", ">", "&", "\"", "]]>", "--", "<!--", "\xE4\xB8", "\x80", "\xC1\x81",
-                                         "\xFF", "\xF8\x90\x80\x80", "\xED\xA0\x80", "=", " ", "\r", "/"}));
+        case 3:
+            document.insert(
+                at, one({"<", ">", "&", "\"", "]]>", "--", "<!--", "\xE4\xB8", "\x80", "\xC1\x81",
+                         "\xFF", "\xF8\x90\x80\x80", "\xED\xA0\x80", "=", " ", "\r", "/"}));
             break;
         case 4: document.insert(at, document.substr(pick(document.size() - 1), pick(40))); break;
         default: document.insert(at, 1, '\0'); break;

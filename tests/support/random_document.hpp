@@ -12,7 +12,10 @@ public:
     // A document in UTF-8, perhaps damaged.
     std::string next();
     // A number from 0 to `most`.
-    std::size_t pick(std::size_t most) { return std::uniform_int_distribution<std::size_t>{0, most}(random_); }
+    std::size_t pick(std::size_t most)
+    {
+        return std::uniform_int_distribution<std::size_t>{0, most}(random_);
+    }
     bool chance(unsigned oneIn) { return pick(oneIn - 1) == 0; }
 
 private:

@@ -82,7 +82,8 @@ GuardedBytes::GuardedBytes(std::string_view content) : size_{content.size()}
     const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
     const std::size_t used = (size_ + page - 1) / page * page;
     pagesSize_ = used + page;
-    void* pages = mmap(nullptr, pagesSize_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    void* pages =
+        mmap(nullptr, pagesSize_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (pages == MAP_FAILED) throw std::runtime_error{"no pages"};
     pages_ = static_cast<uint8_t*>(pages);
     data_ = pages_ + used - size_;
@@ -126,8 +127,8 @@ std::string written(const XML_DOM_Node* node, uint32_t flags)
 XML_DOM_Node* treeOf(std::string_view text)
 {
     char error[256] = "";
-    XML_DOM_Node* root =
-        XML_DOM_BuildTreeByMem(bytesOf(text), static_cast<uint32_t>(text.size()), sizeof error, error);
+    XML_DOM_Node* root = XML_DOM_BuildTreeByMem(bytesOf(text), static_cast<uint32_t>(text.size()),
+                                                sizeof error, error);
     if (!root) throw std::runtime_error{error};
     return root;
 }

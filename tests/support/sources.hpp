@@ -67,7 +67,8 @@ private:
     std::size_t size_;
 };
 
-// A text in another encoding, by the C library's own converter; no mark unless the converter adds one.
+// A text in another encoding, by the C library's own converter; no mark unless the converter adds
+// one.
 std::string convertTo(const char* target, std::string_view text, const char* source = "UTF-8");
 
 // A tree as text, without the declaration unless other flags are given.

@@ -14,8 +14,8 @@ template <class Block>
 void compareMasks(const std::uint8_t* p)
 {
     const Block block = Block::load(p);
-    typename Block::Mask all[] = {block.equal('<'), block.equal(0), block.equal(0xFF), block.controlOrHigh(),
-                                  block.high(), block.leading()};
+    typename Block::Mask all[] = {block.equal('<'),      block.equal(0), block.equal(0xFF),
+                                  block.controlOrHigh(), block.high(),   block.leading()};
     const auto holds = [](int test, std::uint8_t b) {
         switch (test) {
         case 0: return b == '<';
@@ -82,7 +82,8 @@ TEST(Block, SearchesAgreeWithTheByteLoop)
     std::mt19937 random{4};
     for (int i = 0; i < 50000; ++i) {
         std::vector<std::uint8_t> text(random() % 70);
-        for (std::uint8_t& b : text) b = static_cast<std::uint8_t>(random() % 40 != 0 ? 'a' + random() % 26 : random());
+        for (std::uint8_t& b : text)
+            b = static_cast<std::uint8_t>(random() % 40 != 0 ? 'a' + random() % 26 : random());
         const std::uint8_t* p = text.data();
         const std::uint8_t* end = p + text.size();
         const std::uint8_t* stop = plainStop(p, end);

@@ -53,8 +53,10 @@ TEST(ChunkStack, KeepsAddressesAndContentUntilReleased)
                 }
             }
             const ChunkStack::Mark mark = stack.mark();
-            const std::string content(random() % 50 == 0 ? random() % 40000 : random() % 200, static_cast<char>('a' + step % 26));
-            char* text = stack.copyText(reinterpret_cast<const std::uint8_t*>(content.data()), content.size());
+            const std::string content(random() % 50 == 0 ? random() % 40000 : random() % 200,
+                                      static_cast<char>('a' + step % 26));
+            char* text = stack.copyText(reinterpret_cast<const std::uint8_t*>(content.data()),
+                                        content.size());
             ASSERT_EQ(reinterpret_cast<std::uintptr_t>(text) % 8, 0u);
             kept.push_back({mark, text, content});
         }
@@ -122,7 +124,8 @@ TEST(PrefixScope, FindsTheNewest)
                 entries.push_back({nullptr, nullptr, texts.back(), 0});
                 ASSERT_TRUE(scope.push(&entries.back()));
             }
-            const std::string wanted = random() % 10 == 0 ? "" : std::to_string(random() % (variety + 1));
+            const std::string wanted =
+                random() % 10 == 0 ? "" : std::to_string(random() % (variety + 1));
             const PrefixEntry* found = nullptr;
             for (auto e = entries.rbegin(); e != entries.rend() && !found; ++e) {
                 if (e->prefix == wanted) found = &*e;
