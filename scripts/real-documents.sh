@@ -21,9 +21,12 @@ while IFS= read -r file; do
     documents=$((documents + 1))
     if "$netxml" check -q "$file" 2>"$work/message"; then ours=yes; else ours=no; fi
     if xmllint --noout --nonet --huge "$file" 2>/dev/null; then theirs=yes; else theirs=no; fi
-    if [ $ours = no ] && grep -q '\[26\]' "$work/message"; then entities=$((entities + 1)); continue; fi
-    if [ $ours = no ] && grep -q '\[32\]' "$work/message"; then encodings=$((encodings + 1)); continue; fi
-    [ $ours = $theirs ] || { report "$file" "netxml says $ours, xmllint $theirs"; continue; }
+    if [ $ours != $theirs ]; then
+        if grep -q '\[26\]' "$work/message"; then entities=$((entities + 1))
+        elif grep -q '\[32\]' "$work/message"; then encodings=$((encodings + 1))
+        else report "$file" "netxml says $ours, xmllint $theirs"; fi
+        continue
+    fi
     [ $ours = yes ] || continue
     "$netxml" tree "$file" >"$work/tree"
     for encoding in GB18030 UTF-16; do

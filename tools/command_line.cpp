@@ -64,7 +64,7 @@ std::string complainAboutEncoding(std::string& text)
     return "\"" + text + "\" is none of " + encodingNames();
 }
 
-CLI::Validator oneOf(std::vector<std::string> words)
+CLI::Validator oneOf(const std::vector<std::string>& words)
 {
     const auto complain = [words](std::string& text) -> std::string {
         if (std::find(words.begin(), words.end(), text) != words.end()) return {};

@@ -77,10 +77,12 @@ void onStart(XML_Parser* parser, const char* local, const char* prefix, const ch
     Reading& reading = Reading::of(parser);
     reading.event(parser, [&](Events& events) {
         reading.declarations.clear();
-        for (const char** d = declarations; d != declarations + 2 * declarationCount; d += 2)
+        for (const char** d = declarations; d != declarations + std::size_t{2} * declarationCount;
+             d += 2)
             reading.declarations.push_back({viewOf(d[0]), viewOf(d[1])});
         reading.attributes.clear();
-        for (const char** a = attributes; a != attributes + 5 * attributeCount; a += 5) {
+        for (const char** a = attributes; a != attributes + std::size_t{5} * attributeCount;
+             a += 5) {
             reading.attributes.push_back({{viewOf(a[0]), viewOf(a[1]), viewOf(a[2])},
                                           {a[3], static_cast<std::size_t>(a[4] - a[3])}});
         }
