@@ -16,6 +16,8 @@ public:
     // Adds what an element at `depth` (1 for the first level) declares.
     [[nodiscard]] bool enter(const XML_DOM_Node* element, std::size_t depth) noexcept;
     [[nodiscard]] bool add(const XML_DOM_NsDecl* decl, std::size_t depth) noexcept;
+    // True when something that was entered or added declares the prefix; the base is not looked at.
+    bool holds(std::string_view prefix) const noexcept { return scope_.find(prefix) != nullptr; }
     void leave(std::size_t depth) noexcept;  // drops what was added at that depth
 
     // False when memory runs out; otherwise `decl` is what is in scope, or nullptr.

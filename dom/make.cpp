@@ -36,9 +36,9 @@ private:
     static bool place(Arena* arena, std::string_view text, Block& block) noexcept
     {
         if (text.size() > kLargest) return false;
-        if (!arena || text.size() <= Arena::kLongText) return true;
+        if (text.size() <= Arena::kLongText) return true;
         block.reset(heap::copyText(text.data(), text.size()));
-        if (block) arena->noteHeapString();
+        if (block && arena) arena->noteHeapString();
         return block != nullptr;
     }
     static std::size_t inlineSize(std::string_view text, const Block& block) noexcept

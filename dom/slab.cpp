@@ -63,11 +63,4 @@ void Arena::seal(bool wholeTree) noexcept
     begin_ = cursor_ = end_ = nullptr;
 }
 
-void Arena::discard() noexcept
-{
-    releaseArena(first_);
-    first_ = nullptr;
-    begin_ = cursor_ = end_ = nullptr;
-}
-
 }  // namespace netxml

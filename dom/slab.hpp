@@ -86,20 +86,12 @@ public:
         home.bits = static_cast<std::uint32_t>((block - begin_) / 8) << Home::kOffsetShift;
         return block;
     }
-    // Gives back the end of the text behind the last record, which turned out shorter.
-    void shortenLast(char* textEnd) noexcept
-    {
-        cursor_ = begin_ + ((static_cast<std::size_t>(textEnd - begin_) + 7) & ~std::size_t{7});
-    }
     // To be called when a string of a record is a heap block: deletion then visits the records.
     void noteHeapString() noexcept { edited_ = true; }
 
     // Ends the building: the records belong to the tree from here on. `wholeTree` says that they
     // are one document and nothing else.
     void seal(bool wholeTree) noexcept;
-    // Releases all that was laid out; strings on the heap are the caller's to free first.
-    void discard() noexcept;
-    bool holdsHeapStrings() const noexcept { return edited_; }
 
 private:
     bool nextSlab(std::size_t needed) noexcept;

@@ -34,6 +34,14 @@ ConvertEnd convertOnce(iconv_t converter, ConvertInput& in, ConvertOutput& out) 
     }
 }
 
+// As much of the input as is worth looking at for the room that is left.
+ConvertInput windowFor(const ConvertInput& in, const ConvertOutput& out) noexcept
+{
+    constexpr std::size_t kSlack = 64;
+    const std::size_t most = out.left() + kSlack;
+    return {in.cursor, in.left() < most ? in.end : in.cursor + most};
+}
+
 // Copies ASCII as far as it goes and fits.
 void copyAscii(ConvertInput& in, ConvertOutput& out) noexcept
 {
@@ -79,10 +87,8 @@ void closeConverter(iconv_t& converter) noexcept
 ConvertEnd convertThrough(iconv_t converter, ConvertInput& in, ConvertOutput& out) noexcept
 {
     for (;;) {
-        constexpr std::size_t kSlack = 64;
-        const std::size_t fitting = out.left() + kSlack;
-        if (in.left() <= fitting) return convertOnce(converter, in, out);
-        ConvertInput piece{in.cursor, in.cursor + fitting};
+        ConvertInput piece = windowFor(in, out);
+        if (piece.end == in.end) return convertOnce(converter, in, out);
         const ConvertEnd end = convertOnce(converter, piece, out);
         in.cursor = piece.cursor;  // a piece may end inside a character: that begins the next piece
         if (end == ConvertEnd::Full || end == ConvertEnd::Invalid) return end;
@@ -96,12 +102,15 @@ ConvertEnd convertAroundAscii(iconv_t converter, XML_Encoding source, ConvertInp
         copyAscii(in, out);
         if (in.left() == 0) return ConvertEnd::Done;
         if (*in.cursor < 0x80) return ConvertEnd::Full;
-        ConvertInput run{in.cursor, endOfMixedRun(source, in)};
-        const std::uint8_t* runEnd = run.end;
+        const std::uint8_t* start = in.cursor;
+        ConvertInput run{start, endOfMixedRun(source, windowFor(in, out))};
+        const bool cut = run.end != in.end;
         ConvertEnd end = convertThrough(converter, run, out);
         in.cursor = run.cursor;
-        if (end == ConvertEnd::Incomplete && runEnd != in.end)
-            end = convertThrough(converter, in, out);  // malformed: the converter judges it in full
+        if (end == ConvertEnd::Incomplete && cut) {
+            if (in.cursor != start) continue;          // the window ended inside a character
+            end = convertThrough(converter, in, out);  // malformed: judged in full
+        }
         if (end != ConvertEnd::Done) return end;
     }
 }

@@ -25,6 +25,16 @@ constexpr bool sharesAscii(XML_Encoding encoding) noexcept
            encoding == XML_ENCODING_GBK || encoding == XML_ENCODING_GB18030;
 }
 
+// The bytes of the smallest character, and so of NUL: 1, 2 or 4.
+constexpr std::size_t unitSize(XML_Encoding encoding) noexcept
+{
+    if (sharesAscii(encoding)) return 1;
+    return encoding == XML_ENCODING_UTF_16 || encoding == XML_ENCODING_UTF_16LE ||
+                   encoding == XML_ENCODING_UTF_16BE
+               ? 2
+               : 4;
+}
+
 // The bytes of the character at `p`, as its lead says; at least 1 and never beyond `end`. For text
 // that is known to be well-formed, or to find a border that a converter then judges.
 std::size_t characterLength(XML_Encoding encoding, const std::uint8_t* p,

@@ -20,17 +20,6 @@ bool leavesOrderOpen(XML_Encoding e) noexcept
     return e == XML_ENCODING_UTF_16 || e == XML_ENCODING_UTF_32 || e == XML_ENCODING_UCS_4;
 }
 
-bool hasTwoByteUnits(XML_Encoding e) noexcept
-{
-    return e == XML_ENCODING_UTF_16 || e == XML_ENCODING_UTF_16LE || e == XML_ENCODING_UTF_16BE;
-}
-
-bool hasFourByteUnits(XML_Encoding e) noexcept
-{
-    return e == XML_ENCODING_UTF_32 || e == XML_ENCODING_UTF_32LE || e == XML_ENCODING_UTF_32BE ||
-           e == XML_ENCODING_UCS_4 || e == XML_ENCODING_UCS_4LE || e == XML_ENCODING_UCS_4BE;
-}
-
 ByteOrder orderOf(XML_Encoding e) noexcept
 {
     switch (e) {
@@ -238,8 +227,7 @@ StreamStatus stop(XML_IO_InStream& s) noexcept
 bool confirms(const XML_IO_InStream& s, XML_Encoding declared) noexcept
 {
     if (!leavesOrderOpen(declared) || s.byteOrder == ByteOrder::Unknown) return false;
-    return declared == XML_ENCODING_UTF_16 ? hasTwoByteUnits(s.encoding)
-                                           : hasFourByteUnits(s.encoding);
+    return unitSize(declared) == unitSize(s.encoding);
 }
 
 StreamStatus change(XML_IO_InStream& s, XML_Encoding encoding) noexcept

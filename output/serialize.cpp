@@ -73,7 +73,16 @@ std::uint32_t withDeclaration(Renderer<Out>& renderer, const XML_DOM_Node* node,
     return render(renderer);
 }
 
-// Renders into a new string; `text` and `length` are written on success only.
+// Appends the NUL of the encoding. Where nothing was rendered it stands alone, without a mark.
+std::uint32_t terminate(XML_IO_OutStream& stream) noexcept
+{
+    MemoryBuffer& memory = *stream.target.memory;
+    if (memory.used != 0) return appendTo(stream, "", 1);
+    static constexpr char kZeros[4] = {};
+    return memory.add(kZeros, unitSize(stream.targetEncoding)) ? XML_RET_OK : XML_RET_FAIL;
+}
+
+// Renders into a new string; `text` is written on success only, `length` in any case.
 template <class Render>
 std::uint32_t renderToString(const XML_DOM_Node* node, std::uint32_t flags, char** text,
                              std::size_t* length, Render render) noexcept
@@ -83,12 +92,10 @@ std::uint32_t renderToString(const XML_DOM_Node* node, std::uint32_t flags, char
     MemoryOut out{*stream};
     Renderer<MemoryOut> renderer{out, flags};
     const std::uint32_t status = withDeclaration(renderer, node, flags, render);
+    static_cast<void>(XML_IO_MemOutStreamGetBuf(stream.get(), length));
     if (status != XML_RET_OK) return status;
-    std::size_t size = 0;
-    static_cast<void>(XML_IO_MemOutStreamGetBuf(stream.get(), &size));
-    if (appendTo(*stream, "", 1) != XML_RET_OK) return XML_RET_FAIL;
+    if (terminate(*stream) != XML_RET_OK) return XML_RET_FAIL;
     *text = XML_IO_MemOutStreamDetachBuf(stream.get(), nullptr);  // the caller's
-    if (length) *length = size;
     return XML_RET_OK;
 }
 

@@ -25,7 +25,9 @@ ParseError Bindings::declare(ChunkStack& memory, Span prefix, Span name, std::si
     auto* binding = new (block) Binding{{nullptr, nullptr, {prefixText, prefix.size}, depth},
                                         prefix.empty() ? nullptr : prefixText,
                                         {nameText, name.size},
-                                        nullptr};
+                                        nullptr,
+                                        0,
+                                        false};
     return scope_.push(binding) ? ParseError::None : ParseError::NoMemory;
 }
 

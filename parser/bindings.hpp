@@ -16,16 +16,19 @@ struct Binding : PrefixEntry {
     const char* prefixText;             // NULL for the default namespace
     std::string_view name;              // NUL-terminated
     const XML_DOM_NsDecl* declaration;  // what a tree being built made of it
+    std::uint64_t nameHash;  // of the name, once `hashed`: a long one is hashed only once
+    bool hashed;
 
     const Binding* olderBinding() const noexcept { return static_cast<const Binding*>(older); }
 };
 
 // What a prefix stands for: a binding, or the XML namespace for `xml` without one.
 struct Resolution {
-    const Binding* binding;
-    const char* name;  // NULL where nothing is bound
+    Binding* binding = nullptr;
+    std::string_view name{};  // without data where nothing is bound
 
-    std::string_view nameView() const noexcept { return name ? name : std::string_view{}; }
+    bool bound() const noexcept { return name.data() != nullptr; }
+    const char* text() const noexcept { return name.data(); }
 };
 
 class Bindings {
@@ -42,9 +45,10 @@ public:
     Binding* newest() const noexcept { return static_cast<Binding*>(scope_.newest()); }
     Resolution resolve(std::string_view prefix) const noexcept
     {
-        const auto* binding = static_cast<const Binding*>(scope_.find(prefix));
-        if (binding) return {binding, binding->name.data()};
-        return {nullptr, prefix == "xml" ? XML_NAMESPACE_XML : nullptr};
+        auto* binding = static_cast<Binding*>(scope_.find(prefix));
+        if (binding) return {binding, binding->name};
+        return {nullptr,
+                prefix == "xml" ? std::string_view{XML_NAMESPACE_XML} : std::string_view{}};
     }
 
 private:

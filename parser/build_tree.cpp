@@ -15,13 +15,10 @@ XML_DOM_Node* buildTree(bool valid, std::size_t inputSize, std::uint32_t errorTe
         return nullptr;
     }
     TreeSink sink{inputSize, errorTextSize, errorText};
-    bool started = false;
-    const std::uint32_t status = parse([&sink, &started](XML_IO_InStream& stream) {
-        started = true;
-        return runParse(stream, nullptr, sink);
-    });
+    const std::uint32_t status =
+        parse([&sink](XML_IO_InStream& stream) { return runParse(stream, nullptr, sink); });
     if (status == XML_RET_OK) return sink.release();
-    if (!started) copyErrorText(errorText, errorTextSize, "");
+    if (!sink.hasReported()) copyErrorText(errorText, errorTextSize, "");
     if (sink.discard()) copyErrorText(errorText, errorTextSize, "Failed to initialize DOM SAX.");
     return nullptr;
 }

@@ -95,7 +95,7 @@ bool HandlerSink::listAttributes(const StartTag& tag) noexcept
         const TagAttribute& attribute = tag.attributes[i];
         const char* value = attribute.value.view().data();
         const char* row[5] = {attribute.name.local.view().data(), textOf(attribute.name.prefix),
-                              attribute.nameSpace.name, value, value + attribute.value.size};
+                              attribute.nameSpace.text(), value, value + attribute.value.size};
         if (!attributes_.append(row, 5)) return false;
     }
     return true;
@@ -106,7 +106,7 @@ ParseError HandlerSink::startElement(const StartTag& tag) noexcept
     if (!listDeclarations(tag) || !listAttributes(tag)) return ParseError::NoMemory;
     if (!handler_.startElementNs) return ParseError::None;
     handler_.startElementNs(parser_, tag.name.local.view().data(), textOf(tag.name.prefix),
-                            tag.nameSpace.name, static_cast<std::uint32_t>(tag.declarationCount),
+                            tag.nameSpace.text(), static_cast<std::uint32_t>(tag.declarationCount),
                             declarations_.data(), static_cast<std::uint32_t>(tag.attributeCount), 0,
                             attributes_.data());
     return raised();
@@ -116,7 +116,7 @@ ParseError HandlerSink::endElement(const QName& name, const Bindings& bindings) 
 {
     if (!handler_.endElementNs) return ParseError::None;
     handler_.endElementNs(parser_, name.local.view().data(), textOf(name.prefix),
-                          bindings.resolve(name.prefix.view()).name);
+                          bindings.resolve(name.prefix.view()).text());
     return raised();
 }
 

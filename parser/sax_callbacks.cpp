@@ -1,13 +1,16 @@
 // The exported callbacks: events to a tree through a caller's handler table.
+#include "dom/declaration_scope.hpp"
 #include "parser/error_text.hpp"
 #include "parser/internal_text.hpp"
-
-#include "netxml/dom.h"
+#include "parser/tree_builder.hpp"
 
 #include <cstddef>
 #include <cstring>
 
+static_assert(offsetof(XML_SAX_Builder, root) == 0);
+static_assert(offsetof(XML_SAX_Builder, current) == sizeof(void*));
 static_assert(offsetof(XML_SAX_Builder, nameConverter) == 2 * sizeof(void*));
+static_assert(offsetof(XML_SAX_Builder, valueConverter) == 3 * sizeof(void*));
 static_assert(offsetof(XML_SAX_Builder, errorText) == 4 * sizeof(void*));
 static_assert(offsetof(XML_SAX_Builder, errorTextSize) == 5 * sizeof(void*));
 
@@ -24,69 +27,76 @@ void fail(XML_Parser* parser) noexcept
     parser->error = XML_ERROR_INTERNAL;
 }
 
-// A terminated text, converted with its terminator; NULL for NULL or on failure, valid until the
-// converter's next use.
-const char* converted(XML_IO_OutStream* stream, const char* text) noexcept
+// A terminated text in the tree's encoding; a view without data for NULL.
+struct Converted {
+    std::string_view text;
+    bool ok;  // false when there is a text that cannot be converted
+};
+
+Converted converted(XML_IO_OutStream* stream, const char* text) noexcept
 {
-    return text ? convertText(stream, text, std::strlen(text) + 1).data() : nullptr;
+    if (!text) return {{}, true};
+    std::string_view result = convertText(stream, text, std::strlen(text) + 1);
+    if (!result.empty()) result.remove_suffix(1);  // the terminator
+    return {result, result.data() != nullptr};
 }
 
-// As converted(), where NULL means that there is no such text.
-bool convertedIfAny(XML_IO_OutStream* stream, const char* text, const char*& result) noexcept
-{
-    result = converted(stream, text);
-    return result || !text;
-}
-
-// Makes the element, puts it in its place and steps into it.
-bool enterElement(XML_SAX_Builder& builder, const char* localName) noexcept
-{
-    const char* name = converted(builder.nameConverter, localName);
-    XML_DOM_Node* element = name ? XML_DOM_CreateElementNodeInner(name) : nullptr;
-    if (!element) return false;
-    const std::uint32_t status =
-        builder.root ? XML_DOM_AddChildNode(builder.current, element) : XML_DOM_SetRoot(element);
-    if (status != XML_RET_OK) {
-        XML_DOM_DelNode(element);
-        builder.current = nullptr;
-        return false;
+// One start tag on its way into a tree. What it declares and looks up is kept in an index of its
+// own, so that many declarations and attributes take time in proportion.
+class StartEvent {
+public:
+    explicit StartEvent(XML_SAX_Builder& builder) noexcept
+        : builder_{builder}, tree_{builder.root, builder.current, nullptr}, scope_{builder.current}
+    {
     }
-    if (!builder.root) builder.root = element;
-    builder.current = element;
-    return true;
-}
 
-bool declareAll(XML_SAX_Builder& builder, std::uint32_t count, const char** declarations) noexcept
-{
-    for (std::uint32_t i = 0; i < count; ++i, declarations += 2) {
-        const char* prefix = nullptr;
-        const char* name = converted(builder.valueConverter, declarations[1]);
-        if (!name || !convertedIfAny(builder.nameConverter, declarations[0], prefix)) return false;
-        if (XML_DOM_AddNodeNameSpaceInner(builder.current, prefix, name, 0) != XML_RET_OK)
-            return false;
+    bool enter(const char* localName) noexcept
+    {
+        const Converted name = converted(builder_.nameConverter, localName);
+        return name.text.data() && tree_.enterElement(name.text);
     }
-    return true;
-}
-
-bool bindElement(XML_SAX_Builder& builder, const char* prefix) noexcept
-{
-    const char* text = nullptr;
-    return convertedIfAny(builder.nameConverter, prefix, text) &&
-           XML_DOM_SetNodeNameSpace(builder.current, text) == XML_RET_OK;
-}
-
-bool addAttributes(XML_SAX_Builder& builder, std::uint32_t count, const char** attributes) noexcept
-{
-    for (std::uint32_t i = 0; i < count; ++i, attributes += 5) {
-        const char* name = converted(builder.nameConverter, attributes[0]);
-        const char* value = converted(builder.valueConverter, attributes[3]);
-        XML_DOM_Attr* attr = XML_DOM_AddAttrInner(builder.current, name, value);
-        const char* prefix = nullptr;
-        if (!attr || !convertedIfAny(builder.nameConverter, attributes[1], prefix)) return false;
-        if (XML_DOM_SetAttrNsInner(attr, prefix) != XML_RET_OK) return false;
+    bool declareAll(std::uint32_t count, const char** declarations) noexcept
+    {
+        for (std::uint32_t i = 0; i < count; ++i, declarations += 2) {
+            const Converted name = converted(builder_.valueConverter, declarations[1]);
+            const Converted prefix = converted(builder_.nameConverter, declarations[0]);
+            if (!name.text.data() || !prefix.ok || scope_.holds(prefix.text)) return false;
+            const XML_DOM_NsDecl* decl = tree_.declare(prefix.text, name.text);
+            if (!decl || !scope_.add(decl, kDepth)) return false;
+        }
+        return true;
     }
-    return true;
-}
+    bool bindElement(const char* prefix) noexcept
+    {
+        return resolve(prefix, builder_.current->nameSpace);
+    }
+    bool addAttributes(std::uint32_t count, const char** attributes) noexcept
+    {
+        for (std::uint32_t i = 0; i < count; ++i, attributes += 5) {
+            const Converted name = converted(builder_.nameConverter, attributes[0]);
+            const Converted value = converted(builder_.valueConverter, attributes[3]);
+            if (!name.text.data() || !value.text.data()) return false;
+            XML_DOM_Attr* attr = tree_.addAttribute(name.text, value.text);
+            if (!attr || !resolve(attributes[1], attr->nameSpace)) return false;
+        }
+        return true;
+    }
+
+private:
+    static constexpr std::size_t kDepth = 1;
+
+    // An empty prefix binds to nothing.
+    bool resolve(const char* prefix, const XML_DOM_NsDecl*& bound) noexcept
+    {
+        const Converted text = converted(builder_.nameConverter, prefix);
+        if (!text.ok || text.text.empty()) return text.ok;
+        return scope_.find(text.text.data(), bound) && bound;
+    }
+
+    XML_SAX_Builder& builder_;
+    TreeBuilder tree_;
+    DeclarationScope scope_;  // this tag's declarations, and what is in scope of its parent
+};
 
 // Kept: a text that begins with a zero byte is ignored; an empty one makes an empty node.
 void addTextual(XML_Parser* parser, XML_DOM_NodeType type, const char* text,
@@ -98,12 +108,9 @@ void addTextual(XML_Parser* parser, XML_DOM_NodeType type, const char* text,
         length = 1;
     }
     XML_SAX_Builder& builder = builderOf(parser);
-    if (!builder.current) return fail(parser);
     const std::string_view value = convertText(builder.nameConverter, text, length);
-    XML_DOM_Node* node = XML_DOM_CreateTextualNodeInner(type, value.data(), value.size());
-    if (node && XML_DOM_AddChildNode(builder.current, node) == XML_RET_OK) return;
-    XML_DOM_DelNode(node);
-    fail(parser);
+    TreeBuilder tree{builder.root, builder.current, nullptr};
+    if (!value.data() || !tree.addTextual(type, value)) fail(parser);
 }
 
 }  // namespace
@@ -115,10 +122,9 @@ void XML_SAX_StartElementNs(XML_Parser* parser, const char* localName, const cha
                             const char*, uint32_t declarationCount, const char** declarations,
                             uint32_t attributeCount, uint32_t, const char** attributes)
 {
-    XML_SAX_Builder& builder = builderOf(parser);
-    const bool done =
-        enterElement(builder, localName) && declareAll(builder, declarationCount, declarations) &&
-        bindElement(builder, prefix) && addAttributes(builder, attributeCount, attributes);
+    StartEvent event{builderOf(parser)};
+    const bool done = event.enter(localName) && event.declareAll(declarationCount, declarations) &&
+                      event.bindElement(prefix) && event.addAttributes(attributeCount, attributes);
     if (!done) fail(parser);
 }
 

@@ -129,21 +129,21 @@ ParseError Scanner<Sink>::reportStart() noexcept
     for (std::size_t i = 0; i < count; ++i) {
         const Span prefix = attributes[i].name.prefix;
         attributes[i].nameSpace = prefix.empty() ? Resolution{} : bindings_.resolve(prefix.view());
-        if (!prefix.empty() && !attributes[i].nameSpace.name) return ParseError::PrefixNotDefined;
+        if (!prefix.empty() && !attributes[i].nameSpace.bound())
+            return ParseError::PrefixNotDefined;
     }
     ParseError error = attributeCheck_.distinct(attributes, count);
     if (error != ParseError::None) return error;
 
     const QName& name = open_.back().name;
     const Resolution nameSpace = bindings_.resolve(name.prefix.view());
-    if (!name.prefix.empty() && !nameSpace.name) return ParseError::PrefixNotDefined;
+    if (!name.prefix.empty() && !nameSpace.bound()) return ParseError::PrefixNotDefined;
     parser_.pendingAttributes = attributes;
     parser_.bindings = bindings_.newest();
     observe();
     error = sink_.startElement(
         {name, nameSpace, bindings_.newest(), depth(), declarations_, attributes, count});
     parser_.pendingAttributes = nullptr;
-    parser_.freeAttributes = attributes;
     return error;
 }
 
@@ -183,6 +183,7 @@ ParseError Scanner<Sink>::closeElement() noexcept
     observe();
     const ParseError error = sink_.endElement(element.name, bindings_);
     bindings_.drop(depth());
+    parser_.bindings = bindings_.newest();
     openMemory_.release(element.memory);
     open_.pop();
     return error;

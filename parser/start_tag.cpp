@@ -7,8 +7,9 @@ namespace {
 
 bool same(const TagAttribute& a, const TagAttribute& b) noexcept
 {
-    return a.name.local.view() == b.name.local.view() &&
-           a.nameSpace.nameView() == b.nameSpace.nameView();
+    if (a.name.local.view() != b.name.local.view()) return false;
+    return a.nameSpace.binding == b.nameSpace.binding ? a.nameSpace.bound() == b.nameSpace.bound()
+                                                      : a.nameSpace.name == b.nameSpace.name;
 }
 
 bool anyPair(const TagAttribute* attributes, std::size_t count) noexcept
@@ -22,6 +23,16 @@ bool anyPair(const TagAttribute* attributes, std::size_t count) noexcept
 }
 
 }  // namespace
+
+std::uint64_t AttributeCheck::nameHash(const Resolution& nameSpace) const noexcept
+{
+    const std::string_view name = nameSpace.name;
+    if (!nameSpace.binding) return hashBytes(key_, name.data(), name.size());
+    Binding& binding = *nameSpace.binding;
+    if (!binding.hashed) binding.nameHash = hashBytes(key_, name.data(), name.size());
+    binding.hashed = true;
+    return binding.nameHash;
+}
 
 ParseError AttributeCheck::distinct(const TagAttribute* attributes, std::size_t count) noexcept
 {
@@ -37,9 +48,8 @@ ParseError AttributeCheck::distinct(const TagAttribute* attributes, std::size_t 
     for (std::size_t i = 0; i < size; ++i) table[i] = nullptr;
     for (std::size_t i = 0; i < count; ++i) {
         const std::string_view local = attributes[i].name.local.view();
-        const std::string_view name = attributes[i].nameSpace.nameView();
-        const std::uint64_t hash =
-            hashPair(key_, local.data(), local.size(), name.data(), name.size());
+        const std::uint64_t name = nameHash(attributes[i].nameSpace);
+        const std::uint64_t hash = hashPair(key_, local.data(), local.size(), &name, sizeof name);
         std::size_t slot = static_cast<std::size_t>(hash) & (size - 1);
         for (; table[slot]; slot = (slot + 1) & (size - 1)) {
             if (same(*table[slot], attributes[i])) return ParseError::AttributeRedefined;

@@ -32,6 +32,9 @@ private:
     // Few are compared pair by pair; more go through a table with a key nobody knows.
     static constexpr std::size_t kFew = 16;
 
+    // Of a namespace name, kept with its binding: many attributes may share a long one.
+    std::uint64_t nameHash(const Resolution& nameSpace) const noexcept;
+
     GrowBuffer<const TagAttribute*> table_;
     HashKey key_{};
     bool keyed_ = false;

@@ -1,7 +1,5 @@
 #include "parser/tree_sink.hpp"
 
-#include "dom/link.hpp"
-#include "dom/make.hpp"
 #include "dom/namespace.hpp"
 #include "parser/error_text.hpp"
 
@@ -28,6 +26,7 @@ void formatReport(char* buffer, std::uint32_t size, const char* format, ...) noe
 void TreeSink::report(XML_Parser& parser, const XML_IO_InStream& stream) noexcept
 {
     const Excerpt excerpt{stream};
+    reported_ = true;
     formatReport(errorText_, errorTextSize_, kReportFormat, static_cast<int>(parser.line),
                  static_cast<int>(parser.column), excerpt.text(),
                  messageOf(static_cast<ParseError>(parser.error)));
@@ -44,41 +43,33 @@ ParseError TreeSink::addElement(Span name) noexcept
     std::string_view text;
     const ParseError error = names_.convert(name, text);
     if (error != ParseError::None) return error;
-    XML_DOM_Node* element = makeElement(&arena_, text);
-    if (!element) return ParseError::Internal;
-    if (root_) {
-        appendChild(current_, element);
-    } else {
-        root_ = element;
-        root_->document = makeDocument(&arena_, root_);
-        if (!root_->document) return ParseError::Internal;
-    }
-    current_ = element;
-    return ParseError::None;
+    return builder_.enterElement(text) ? ParseError::None : ParseError::Internal;
 }
 
-// Newest first, so each goes in front of the ones before it.
+ParseError TreeSink::addDeclaration(Binding& binding) noexcept
+{
+    std::string_view prefix;
+    std::string_view name;
+    ParseError error = names_.convert(spanOf(binding.prefix), prefix);
+    if (error == ParseError::None) error = values_.convert(spanOf(binding.name), name);
+    if (error != ParseError::None) return error;
+    binding.declaration = builder_.declare(binding.prefixText ? prefix : std::string_view{}, name);
+    return binding.declaration ? ParseError::None : ParseError::Internal;
+}
+
+// The bindings come newest first, the declarations stand in document order.
 ParseError TreeSink::addDeclarations(const StartTag& tag) noexcept
 {
+    declared_.clear();
     Binding* binding = tag.newestBinding;
     for (std::size_t i = 0; i < tag.declarationCount; ++i) {
-        const bool isDefault = !binding->prefixText;
-        const std::string_view name = binding->name;
-        std::string_view prefixText;
-        std::string_view nameText;
-        ParseError error = names_.convert(spanOf(binding->prefix), prefixText);
-        if (error == ParseError::None) error = values_.convert(spanOf(name), nameText);
-        if (error != ParseError::None) return error;
-        XML_DOM_NsDecl* decl =
-            makeDecl(&arena_, isDefault ? std::string_view{} : prefixText, nameText);
-        if (!decl) return ParseError::Internal;
-        decl->next = current_->firstNs;
-        current_->firstNs = decl;
-        if (!current_->lastNs) current_->lastNs = decl;
-        binding->declaration = decl;
+        if (!declared_.push(binding)) return ParseError::Internal;
         binding = static_cast<Binding*>(binding->older);
     }
-    return ParseError::None;
+    ParseError error = ParseError::None;
+    for (; !declared_.empty() && error == ParseError::None; declared_.pop())
+        error = addDeclaration(*declared_.back());
+    return error;
 }
 
 ParseError TreeSink::addAttribute(const TagAttribute& attribute) noexcept
@@ -88,9 +79,8 @@ ParseError TreeSink::addAttribute(const TagAttribute& attribute) noexcept
     ParseError error = names_.convert(attribute.name.local, name);
     if (error == ParseError::None) error = values_.convert(attribute.value, value);
     if (error != ParseError::None) return error;
-    XML_DOM_Attr* attr = makeAttr(&arena_, name, value);
+    XML_DOM_Attr* attr = builder_.addAttribute(name, value);
     if (!attr) return ParseError::Internal;
-    appendAttr(current_, attr);
     attr->nameSpace = boundTo(attribute.name.prefix, attribute.nameSpace);
     return ParseError::None;
 }
@@ -113,10 +103,7 @@ ParseError TreeSink::textual(XML_DOM_NodeType type, Span text) noexcept
         const ParseError error = values_.convert(text, converted);
         if (error != ParseError::None) return error;
     }
-    XML_DOM_Node* node = makeTextual(&arena_, type, converted);
-    if (!node) return ParseError::Internal;
-    appendChild(current_, node);
-    return ParseError::None;
+    return builder_.addTextual(type, converted) ? ParseError::None : ParseError::Internal;
 }
 
 XML_DOM_Node* TreeSink::release() noexcept

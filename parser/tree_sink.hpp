@@ -4,6 +4,7 @@
 #include "dom/slab.hpp"
 #include "parser/internal_text.hpp"
 #include "parser/start_tag.hpp"
+#include "parser/tree_builder.hpp"
 
 namespace netxml {
 
@@ -15,7 +16,8 @@ public:
 
     // `inputSize` is the size of the input in bytes, or 0 if that is not known.
     TreeSink(std::size_t inputSize, std::uint32_t errorTextSize, char* errorText) noexcept
-        : arena_{inputSize * kTreePerInput}, errorText_{errorText}, errorTextSize_{errorTextSize}
+        : arena_{inputSize * kTreePerInput}, builder_{root_, current_, &arena_},
+          errorText_{errorText}, errorTextSize_{errorTextSize}
     {
     }
 
@@ -27,7 +29,7 @@ public:
     ParseError startElement(const StartTag& tag) noexcept;
     ParseError endElement(const QName&, const Bindings&) noexcept
     {
-        current_ = current_->parent;
+        builder_.leaveElement();
         return ParseError::None;
     }
     ParseError characters(Span text) noexcept { return textual(XML_DOM_NODE_TEXT, text); }
@@ -35,6 +37,8 @@ public:
     ParseError comment(Span) noexcept { return ParseError::None; }
     ParseError processingInstruction(Span, const Span*) noexcept { return ParseError::None; }
 
+    // True once an error has been written into the caller's buffer.
+    bool hasReported() const noexcept { return reported_; }
     // Hands the finished tree to the caller.
     XML_DOM_Node* release() noexcept;
     // Deletes what was built; true if that was because no converter could be had.
@@ -47,16 +51,20 @@ private:
     ParseError textual(XML_DOM_NodeType type, Span text) noexcept;
     ParseError addElement(Span name) noexcept;
     ParseError addDeclarations(const StartTag& tag) noexcept;
+    ParseError addDeclaration(Binding& binding) noexcept;
     ParseError addAttribute(const TagAttribute& attribute) noexcept;
 
     Arena arena_;
     XML_DOM_Node* root_ = nullptr;
     XML_DOM_Node* current_ = nullptr;  // the element that gets the next child
+    TreeBuilder builder_;
+    GrowBuffer<Binding*> declared_;  // on the tag at hand, newest first
     XML_Parser* parser_ = nullptr;
     InternalText names_;
     InternalText values_;
     char* errorText_;
     std::uint32_t errorTextSize_;
+    bool reported_ = false;
 };
 
 }  // namespace netxml

@@ -16,10 +16,6 @@ struct NeonBlock {
     uint8x16_t bytes;
 
     static NeonBlock load(const std::uint8_t* p) noexcept { return {vld1q_u8(p)}; }
-    static void copy(std::uint8_t* to, const std::uint8_t* from) noexcept
-    {
-        vst1q_u8(to, vld1q_u8(from));
-    }
     Mask equal(std::uint8_t byte) const noexcept { return mask(vceqq_u8(bytes, vdupq_n_u8(byte))); }
     // Bytes below 0x20 or above 0x7F: as signed numbers all of them are below 0x20.
     Mask controlOrHigh() const noexcept
@@ -37,10 +33,6 @@ struct NeonBlock {
     static std::size_t first(Mask m) noexcept
     {
         return static_cast<std::size_t>(std::countr_zero(m)) / 4;
-    }
-    static std::size_t last(Mask m) noexcept
-    {
-        return (static_cast<std::size_t>(std::bit_width(m)) - 1) / 4;
     }
     static std::size_t count(Mask m) noexcept { return static_cast<std::size_t>(std::popcount(m)); }
 

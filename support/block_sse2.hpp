@@ -19,10 +19,6 @@ struct Sse2Block {
     {
         return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))};
     }
-    static void copy(std::uint8_t* to, const std::uint8_t* from) noexcept
-    {
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(to), load(from).bytes);
-    }
     Mask equal(std::uint8_t byte) const noexcept
     {
         return mask(_mm_cmpeq_epi8(bytes, _mm_set1_epi8(static_cast<char>(byte))));
@@ -39,10 +35,6 @@ struct Sse2Block {
     static std::size_t first(Mask m) noexcept
     {
         return static_cast<std::size_t>(std::countr_zero(m));
-    }
-    static std::size_t last(Mask m) noexcept
-    {
-        return static_cast<std::size_t>(std::bit_width(m)) - 1;
     }
     static std::size_t count(Mask m) noexcept { return static_cast<std::size_t>(std::popcount(m)); }
 

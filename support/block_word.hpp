@@ -21,10 +21,6 @@ struct WordBlock {
         std::memcpy(&word, p, sizeof word);
         return {std::endian::native == std::endian::little ? word : __builtin_bswap64(word)};
     }
-    static void copy(std::uint8_t* to, const std::uint8_t* from) noexcept
-    {
-        std::memcpy(to, from, kWidth);
-    }
     // Exact for every byte: the sum of seven bits cannot carry into the next byte.
     Mask equal(std::uint8_t byte) const noexcept
     {
@@ -43,10 +39,6 @@ struct WordBlock {
     static std::size_t first(Mask m) noexcept
     {
         return static_cast<std::size_t>(std::countr_zero(m)) / 8;
-    }
-    static std::size_t last(Mask m) noexcept
-    {
-        return (static_cast<std::size_t>(std::bit_width(m)) - 1) / 8;
     }
     static std::size_t count(Mask m) noexcept { return static_cast<std::size_t>(std::popcount(m)); }
 

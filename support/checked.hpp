@@ -1,4 +1,4 @@
-// Sizes that do not wrap: every sum and product that depends on input goes through these.
+// Sizes that do not wrap: every sum that depends on input goes through these.
 #pragma once
 
 #include <cstddef>
@@ -11,14 +11,6 @@ namespace netxml {
 {
     sum = a + b;
     return sum >= a;
-}
-
-// True, with the product stored, unless it would wrap.
-[[nodiscard]] constexpr bool multiplySizes(std::size_t a, std::size_t b,
-                                           std::size_t& product) noexcept
-{
-    product = a * b;
-    return a == 0 || product / a == b;
 }
 
 // `size` rounded up to a multiple of `step`, a power of two; true unless it would wrap.

@@ -36,13 +36,6 @@ public:
         cursor_ += rounded;
         return block;
     }
-    template <class T>
-    T* allocateArray(std::size_t count) noexcept
-    {
-        static_assert(alignof(T) <= kAlign);
-        if (count > kLargest / sizeof(T)) return nullptr;
-        return static_cast<T*>(allocate(count * sizeof(T)));
-    }
     // A NUL-terminated copy, or nullptr.
     char* copyText(const std::uint8_t* text, std::size_t size) noexcept;
 

@@ -27,7 +27,6 @@ public:
     T& back() noexcept { return data_[size_ - 1]; }
     void pop() noexcept { --size_; }
     void clear() noexcept { size_ = 0; }
-    void shrink(std::size_t size) noexcept { size_ = size; }
 
     // Makes room for `count` more; false when memory runs out, and nothing has changed then.
     bool reserve(std::size_t count) noexcept { return count <= capacity_ - size_ || grow(count); }

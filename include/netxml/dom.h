@@ -16,7 +16,9 @@
  *
  * Memory: what the parser or XML_DOM_CopySubTree() builds lies in slabs of at most 64 KiB, each
  * released when its last record is deleted; a single deleted node may therefore leave up to 64 KiB
- * held until its neighbours go. Deleting a parsed document's root releases all of it.
+ * held until its neighbours go. Deleting a parsed document's root releases all of it. A string that
+ * is replaced stays with its record until that is deleted, unless it is longer than 4 KiB: then it
+ * goes at once.
  *
  * Threads: one tree belongs to one thread at a time; several threads may read a tree that nobody
  * edits; distinct trees are independent, also where nodes were made by one call.
@@ -398,8 +400,8 @@ typedef uint32_t (*XML_DOM_Write)(void* context, const char* bytes, size_t lengt
  * declaration.
  *
  * `flags` is 0 or any of the XML_DOM_WRITE_ values. `text` receives the string, which is terminated
- * by a NUL of the encoding and which the caller releases with free(); `length` (may be NULL) its
- * bytes without the terminator.
+ * by a NUL of the encoding and which the caller releases with free(); `length` (may be NULL) the
+ * number of bytes rendered, without the terminator, also when rendering fails.
  *
  * Returns ::XML_RET_OK, or another value on failure; `text` is left as it was then.
  */

@@ -134,4 +134,14 @@ TEST(Slab, RandomEditsLeakNothing)
     }
 }
 
+TEST(Slab, ReplacedLongStringsOfSingleNodesGoAtOnce)
+{
+    const std::size_t start = heapLiveBytes();
+    XML_DOM_Node* text = XML_DOM_CreateTextNode(std::string(100000, 'x').c_str());
+    EXPECT_EQ(XML_DOM_SetNodeValue(text, "y"), XML_RET_OK);
+    EXPECT_LT(heapLiveBytes(), start + 1000);
+    XML_DOM_DelNode(text);
+    EXPECT_EQ(heapLiveBytes(), start);
+}
+
 }  // namespace

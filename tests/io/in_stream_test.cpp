@@ -3,10 +3,15 @@
 #include "tests/support/failing_heap.hpp"
 #include "tests/support/sources.hpp"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstring>
 #include <memory>
+#include <thread>
 
 namespace {
 
@@ -260,6 +265,36 @@ TEST(InStream, LeavesNothingBehindWhicheverAllocationFails)
         EXPECT_TRUE(!block || statusOf(*block) == 2 || statusOf(*block) == 0);
         block.reset();
         EXPECT_EQ(FailingHeap::liveBlocks(), 0) << allowed;
+    }
+}
+
+// A pipe whose writer is slow: the look-ahead is waited for, so keywords and characters come whole.
+TEST(InStream, APipeMayDeliverByteByByte)
+{
+    const TempFile path;
+    path.remove();
+    ASSERT_EQ(mkfifo(path.path(), 0600), 0);
+    for (const std::string& start :
+         {std::string{"<?xml version='1.0' encoding='UTF-8'?>"}, std::string{"\xEF\xBB\xBF"},
+          std::string{"<?xml version='1.0' encoding='GBK'?>"}}) {
+        const bool gbk = start.find("GBK") != std::string::npos;
+        const std::string document = start + "<!DOCTYPE a [ ]><a><![CDATA[x]]>" +
+                                     (gbk ? "\xD6\xD0" : "\xE4\xB8\xAD") + "</a>";
+        std::thread writer{[&path, &document] {
+            const int descriptor = open(path.path(), O_WRONLY);
+            for (const char c : document) {
+                ASSERT_EQ(write(descriptor, &c, 1), 1);
+                sched_yield();
+            }
+            close(descriptor);
+        }};
+        char error[200] = "";
+        XML_DOM_Node* root = XML_DOM_BuildTreeByFile(path.path(), sizeof error, error);
+        writer.join();
+        ASSERT_NE(root, nullptr) << error;
+        XML_DOM_SetEncoding(root, XML_ENCODING_UTF_8);
+        EXPECT_EQ(written(root), "<a><![CDATA[x]]>\xE4\xB8\xAD</a>");
+        XML_DOM_DelNode(root);
     }
 }
 

@@ -176,4 +176,56 @@ TEST(Scale, ManyReferencesAndManyDigits)
     XML_DOM_DelNode(root);
 }
 
+// One long namespace name shared by many attributes is hashed once.
+TEST(Scale, ManyAttributesInALongNamespace)
+{
+    std::string document = "<e xmlns:p='" + std::string(1000000, 'u') + "'";
+    for (int i = 0; i < 100000; ++i) document += " p:a" + std::to_string(i) + "=''";
+    XML_DOM_DelNode(treeOf(document + "/>"));
+    // One local name in as many namespaces.
+    document = "<e";
+    for (int i = 0; i < 50000; ++i) {
+        const std::string n = std::to_string(i);
+        document += " xmlns:p" + n + "='u" + n + "' p" + n + ":a=''";
+    }
+    XML_DOM_DelNode(treeOf(document + "/>"));
+}
+
+TEST(Scale, ALargeTextThroughAFileStream)
+{
+    std::string text;
+    for (int i = 0; i < 3000000; ++i) text += "\xE4\xB8\xAD";
+    const TempFile path;
+    XML_IO_OutStream* stream =
+        XML_IO_FileOutStreamCreate(path.path(), XML_ENCODING_UTF_8, XML_ENCODING_GB18030);
+    EXPECT_EQ(XML_IO_OutStreamAppend(stream, text.data(), text.size()), XML_RET_OK);
+    XML_IO_OutStreamDestroy(stream);
+    EXPECT_EQ(path.content(), convertTo("GB18030", text));
+}
+
+TEST(Scale, ManyDeclarationsThroughTheCallbacks)
+{
+    std::string document = "<e";
+    for (int i = 0; i < 50000; ++i) {
+        const std::string n = std::to_string(i);
+        document += " xmlns:p" + n + "='u" + n + "' p" + n + ":a='v'";
+    }
+    document += "/>";
+    XML_SAX_Builder builder{};
+    builder.nameConverter = XML_IO_MemOutStreamCreate(XML_ENCODING_UTF_8, XML_ENCODING_GB18030);
+    builder.valueConverter = XML_IO_MemOutStreamCreate(XML_ENCODING_UTF_8, XML_ENCODING_GB18030);
+    XML_SAX_Handler handler{};
+    handler.startElementNs = XML_SAX_StartElementNs;
+    handler.endElementNs = XML_SAX_EndElementNs;
+    handler.userData = &builder;
+    EXPECT_EQ(XML_Parser_ByMem(bytesOf(document), static_cast<uint32_t>(document.size()), &handler),
+              XML_RET_OK);
+    XML_DOM_Node* direct = treeOf(document);
+    EXPECT_EQ(written(builder.root), written(direct));
+    XML_DOM_DelNode(direct);
+    XML_DOM_DelNode(builder.root);
+    XML_IO_OutStreamDestroy(builder.nameConverter);
+    XML_IO_OutStreamDestroy(builder.valueConverter);
+}
+
 }  // namespace

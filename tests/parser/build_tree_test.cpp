@@ -265,4 +265,14 @@ TEST(SaxCallbacks, ReportTheirOwnFailures)
     XML_IO_OutStreamDestroy(builder.valueConverter);
 }
 
+TEST(BuildTree, WithoutMemoryForAContextTheTextIsEmpty)
+{
+    for (std::size_t allowed = 0; allowed < 2; ++allowed) {
+        char error[100] = "old";
+        const FailingHeap heap{allowed};
+        EXPECT_EQ(build("<a/>", sizeof error, error), nullptr);
+        EXPECT_STREQ(error, "");
+    }
+}
+
 }  // namespace

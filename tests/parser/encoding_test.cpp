@@ -217,4 +217,38 @@ TEST(Encodings, TheHandlerSeesTheDeclaredEncoding)
               "1:41 text '\xE4\xB8\xAD'\n1:45 end 'a' null null\n1:45 end of document\n");
 }
 
+TEST(Encodings, AFailingSwitchAfterTheFirstFourBytesIsReported)
+{
+    const std::string source("<\0?\0x\0m\0\0\xD8<\0", 12);
+    EventLog log;
+    EXPECT_EQ(
+        XML_Parser_ByMem(bytesOf(source), static_cast<uint32_t>(source.size()), log.handler()),
+        XML_RET_FAIL);
+    EXPECT_EQ(log.error(), 1500u);
+    EXPECT_EQ(log.events(), 1) << "no document began";
+}
+
+// The stream's failure speaks in the end, also where the scanner found nothing wrong.
+TEST(Encodings, AFailedStreamOverrulesACleanDocument)
+{
+    const std::string source = "<?xml version='1.0' encoding='UTF-32'?><a/>";
+    EventLog log;
+    EXPECT_EQ(
+        XML_Parser_ByMem(bytesOf(source), static_cast<uint32_t>(source.size()), log.handler()),
+        XML_RET_FAIL);
+    EXPECT_EQ(log.error(), 1500u);
+    EXPECT_NE(log.text().find("end of document\n"), std::string::npos);
+}
+
+TEST(Encodings, TheMarkStaysInTheBufferAndSoInTheExcerpt)
+{
+    const std::string source = "\xEF\xBB\xBF<a></b>";
+    EventLog log;
+    EXPECT_EQ(
+        XML_Parser_ByMem(bytesOf(source), static_cast<uint32_t>(source.size()), log.handler()),
+        XML_RET_FAIL);
+    EXPECT_NE(log.text().find("Line 1 Column 6 :\"\xEF\xBB\xBF<a></b>\""), std::string::npos)
+        << log.text();
+}
+
 }  // namespace
