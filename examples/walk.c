@@ -8,7 +8,8 @@ int main(int argc, char** argv)
     char error[256] = "";
     XML_DOM_Node* root = argc > 1 ? XML_DOM_BuildTreeByFile(argv[1], sizeof error, error) : NULL;
     if (!root) return fprintf(stderr, "%s\n", *error ? error : "cannot open the file"), 1;
-    for (XML_DOM_Node* child = XML_DOM_GetFirstChild(root); child; child = XML_DOM_GetNextSibling(child)) {
+    for (XML_DOM_Node* child = XML_DOM_GetFirstChild(root); child;
+         child = XML_DOM_GetNextSibling(child)) {
         char path[256];
         XML_DOM_GetXPath(child, sizeof path, path);
         puts(path);

@@ -34,8 +34,11 @@ public:
     {
         return s_.available() >= size && std::memcmp(s_.cursor, text, size) == 0;
     }
-    std::uint32_t decode() const noexcept { return decodeCharacter(s_.cursor, s_.end); }
-    bool atValid() const noexcept { return !atEnd() && isValid(decode()); }
+    // Whether the character at the cursor is in a class; ASCII by table, the rest by decoding. Not
+    // at the end of the input.
+    bool atNameStart() const noexcept { return atClass(kClassNameStart, isNameStart); }
+    bool atName() const noexcept { return atClass(kClassName, isName); }
+    bool atValid() const noexcept { return !atEnd() && atClass(kClassValid, isValid); }
 
     // Moves over one character.
     void advance() noexcept
@@ -99,6 +102,12 @@ public:
     void settle() noexcept;
 
 private:
+    template <class Contains>
+    bool atClass(std::uint8_t asciiClass, Contains contains) const noexcept
+    {
+        if (peek() < 0x80) return (kAsciiClasses[peek()] & asciiClass) != 0;
+        return contains(decodeCharacter(s_.cursor, s_.end));
+    }
     // Up to here characters may be crossed without a refill coming due in between.
     const std::uint8_t* runEnd() const noexcept
     {

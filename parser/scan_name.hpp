@@ -10,7 +10,7 @@ namespace netxml {
 // `ascii` says whether it stays within ASCII.
 inline ParseError scanName(Cursor& cursor, bool& ascii) noexcept
 {
-    if (cursor.atEnd() || !isNameStart(cursor.decode())) return ParseError::InvalidCharacter;
+    if (cursor.atEnd() || !cursor.atNameStart()) return ParseError::InvalidCharacter;
     cursor.setMark();
     ascii = true;
     for (;;) {
@@ -18,10 +18,8 @@ inline ParseError scanName(Cursor& cursor, bool& ascii) noexcept
             while (p != end && (kAsciiClasses[*p] & kClassName)) ++p;
             return p;
         });
-        if (cursor.atEnd()) return ParseError::None;
-        const std::uint32_t code = cursor.decode();
-        if (!isName(code)) return ParseError::None;
-        if (code >= 0x80 || cursor.peek() >= 0x80) ascii = false;
+        if (cursor.atEnd() || !cursor.atName()) return ParseError::None;
+        if (cursor.peek() >= 0x80) ascii = false;
         cursor.advance();
     }
 }

@@ -13,7 +13,7 @@ struct TagAttribute {
 };
 
 struct StartTag {
-    QName name;
+    const QName& name;
     Resolution nameSpace;
     Binding* newestBinding;  // of all in scope; those of this tag come first, newest first
     std::size_t depth;       // tells them from the others
