@@ -39,35 +39,34 @@ std::uint32_t runParse(XML_IO_InStream& stream, const XML_SAX_Handler* handler, 
     return XML_RET_FAIL;
 }
 
-// Makes a stream, runs `parse` (stream -> status) over it, and destroys it.
+// Runs `parse` (stream -> status) over a stream that was just made, or fails if it could not be,
+// and destroys it.
+template <class Parse>
+std::uint32_t parseAndDestroy(XML_IO_InStream* stream, void (*destroy)(XML_IO_InStream*),
+                              Parse parse) noexcept
+{
+    if (!stream) return XML_RET_FAIL;
+    const std::uint32_t status = parse(*stream);
+    destroy(stream);
+    return status;
+}
+
 template <class Parse>
 std::uint32_t parseMemory(const std::uint8_t* data, std::uint32_t length, Parse parse) noexcept
 {
-    XML_IO_InStream* stream = XML_IO_ByMem(data, length);
-    if (!stream) return XML_RET_FAIL;
-    const std::uint32_t status = parse(*stream);
-    XML_IO_DestroyByMem(stream);
-    return status;
+    return parseAndDestroy(XML_IO_ByMem(data, length), XML_IO_DestroyByMem, parse);
 }
 
 template <class Parse>
 std::uint32_t parseMemoryList(const XML_IO_MemList* list, Parse parse) noexcept
 {
-    XML_IO_InStream* stream = XML_IO_ByMemList(list);
-    if (!stream) return XML_RET_FAIL;
-    const std::uint32_t status = parse(*stream);
-    XML_IO_DestroyByMemList(stream);
-    return status;
+    return parseAndDestroy(XML_IO_ByMemList(list), XML_IO_DestroyByMemList, parse);
 }
 
 template <class Parse>
 std::uint32_t parseFile(const char* path, Parse parse) noexcept
 {
-    XML_IO_InStream* stream = XML_IO_ByFile(path);
-    if (!stream) return XML_RET_FAIL;
-    const std::uint32_t status = parse(*stream);
-    XML_IO_DestroyByFile(stream);
-    return status;
+    return parseAndDestroy(XML_IO_ByFile(path), XML_IO_DestroyByFile, parse);
 }
 
 }  // namespace netxml
