@@ -133,6 +133,10 @@ TEST(Copy, FailsForABindingThatCannotBeResolved)
     XML_DOM_Node* destination = treeOf("<d><last/></d>");
     EXPECT_EQ(XML_DOM_CopySubTree(destination, root), XML_RET_FAIL);
     EXPECT_EQ(take(destination), "<d><last/></d>") << "nothing of it stays";
+    XML_DOM_Node* empty = treeOf("<d/>");
+    EXPECT_EQ(XML_DOM_CopySubTree(empty, root), XML_RET_FAIL);
+    EXPECT_EQ(XML_DOM_AddChildNode(empty, XML_DOM_CreateTextNode("t")), XML_RET_OK);
+    EXPECT_EQ(take(empty), "<d>t</d>") << "nor in an empty one";
     XML_DOM_DelNode(root);
     XML_DOM_DelNode(loose);
 }

@@ -298,4 +298,19 @@ TEST(InStream, APipeMayDeliverByteByByte)
     }
 }
 
+// A block that was transcoded and is read plainly again: the caller's bytes are read-only here, and
+// so stay where they are.
+TEST(InStream, ACallersBlockIsNeverMovedOrWritten)
+{
+    const std::string source = "\xFF\xFE" + convertTo("UTF-16LE", std::string(300, 'x'));
+    const GuardedBytes block{source};
+    const Mem s{XML_IO_ByMem(block.data(), block.size())};
+    ASSERT_EQ(s->encoding, XML_ENCODING_UTF_16LE);
+    ASSERT_EQ(XML_IO_SwitchEncoding(s.get(), XML_ENCODING_UTF_8), 0u);
+    EXPECT_EQ(statusOf(*s), 0u);
+    EXPECT_EQ(readAll(*s), source.substr(2));
+    EXPECT_EQ(statusOf(*s), 1u);
+    EXPECT_EQ(s->end, block.data() + block.size());
+}
+
 }  // namespace

@@ -311,4 +311,20 @@ TEST(OutStream, LeavesNothingBehindWhicheverAllocationFails)
     }
 }
 
+// GB2312 is copied into GBK, and checked.
+TEST(OutStream, LongGb2312IntoGbk)
+{
+    std::string text;
+    for (int i = 0; i < 3000; ++i) text += i % 5 == 0 ? "x" : "\xD6\xD0";
+    const Stream s = memory(XML_ENCODING_GB2312, XML_ENCODING_GBK);
+    EXPECT_EQ(append(s, text), XML_RET_OK);
+    EXPECT_EQ(held(s), text);
+    const TempFile path;
+    const Stream file{
+        XML_IO_FileOutStreamCreate(path.path(), XML_ENCODING_GB2312, XML_ENCODING_GBK)};
+    EXPECT_EQ(append(file, text), XML_RET_OK);
+    EXPECT_EQ(path.content(), text);
+    EXPECT_EQ(append(s, "\x81\x40"), XML_RET_FAIL) << "GBK, but no GB2312";
+}
+
 }  // namespace

@@ -62,6 +62,8 @@ const SourceCase kSources[] = {
     {"UTF-16 declared in UTF-8",            "",         "UTF-8",    "UTF-16",    13},
     {"UTF-8 declared in UTF-16LE",          "FFFE",     "UTF-16LE", "UTF-8",     13},
     {"UTF-16BE declared in UTF-16LE",       "FFFE",     "UTF-16LE", "UTF-16BE",  13},
+    {"UTF-16 declared in UTF-32LE", "FFFE0000", "UTF-32LE", "UTF-16", 13},
+    {"UTF-16 declared in UTF-32BE", "0000FEFF", "UTF-32BE", "UTF-16", 13},
     {"UTF-32 declared in UTF-16LE",         "FFFE",     "UTF-16LE", "UTF-32",    13},
 };
 // clang-format on
