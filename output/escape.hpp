@@ -5,8 +5,8 @@
 // escaped, although values are written between double quotes.
 #pragma once
 
+#include "netxml/base.h"
 #include "support/block.hpp"
-#include "support/statuses.hpp"
 
 #include <cstddef>
 #include <cstdint>
@@ -57,7 +57,7 @@ std::uint32_t putEscaped(Out& out, std::string_view text) noexcept
     if (sum != XML_RET_OK || p == end) return sum;
     if (!isBorderBlank(text.back())) return put(p, end);
     sum = put(p, end - 1);
-    return addStatus(sum, out.put(entityOf(end[-1])));
+    return sum == XML_RET_OK ? out.put(entityOf(end[-1])) : sum;
 }
 
 }  // namespace netxml

@@ -8,6 +8,7 @@
 #include "io/encoding.hpp"
 #include "netxml/dom.h"
 #include "output/escape.hpp"
+#include "support/statuses.hpp"
 
 #include <cstring>
 
