@@ -50,6 +50,17 @@ bool DeclarationScope::gatherBase() noexcept
     return true;
 }
 
+// The text that was asked for may be gone by the next question; the declaration's own stays.
+bool DeclarationScope::remember(std::string_view prefix, const XML_DOM_NsDecl* decl) noexcept
+{
+    const char* kept = decl ? decl->prefix : nullptr;
+    if (!kept) {
+        const auto* text = reinterpret_cast<const std::uint8_t*>(prefix.data());
+        kept = baseMemory_.copyText(text, prefix.size());
+    }
+    return kept && push(baseScope_, baseMemory_, {kept, prefix.size()}, decl, 0);
+}
+
 bool DeclarationScope::find(const char* prefix, const XML_DOM_NsDecl*& decl) noexcept
 {
     const std::string_view wanted{prefix ? prefix : ""};
@@ -64,7 +75,7 @@ bool DeclarationScope::find(const char* prefix, const XML_DOM_NsDecl*& decl) noe
     }
     // Once all is gathered, only the built-in declaration can still be found.
     decl = findDeclaration(walks_ < kFewWalks ? base_ : nullptr, prefix);
-    return push(baseScope_, baseMemory_, wanted, decl, 0);
+    return remember(wanted, decl);
 }
 
 }  // namespace netxml

@@ -33,6 +33,7 @@ private:
     static constexpr std::size_t kFewWalks = 8;
 
     bool gatherBase() noexcept;
+    bool remember(std::string_view prefix, const XML_DOM_NsDecl* decl) noexcept;
     const PrefixEntry* known(std::string_view prefix) const noexcept
     {
         const PrefixEntry* entry = scope_.find(prefix);
