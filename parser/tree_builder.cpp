@@ -9,7 +9,8 @@ bool TreeBuilder::place(XML_DOM_Node* element) noexcept
 {
     if (!root_) {
         element->document = makeDocument(arena_, element);
-        if (element->document) root_ = element;
+        // Records of an arena are deleted from the root down, also this one alone.
+        if (element->document || arena_) root_ = element;
         return element->document != nullptr;
     }
     if (!current_ || current_->type != XML_DOM_NODE_ELEMENT) return false;

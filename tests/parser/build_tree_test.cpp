@@ -275,4 +275,21 @@ TEST(BuildTree, WithoutMemoryForAContextTheTextIsEmpty)
     }
 }
 
+// A root that leaves no room for its document's record in the first slab.
+TEST(BuildTree, LeavesNothingBehindWhereTheFirstSlabEnds)
+{
+    for (std::size_t size = 800; size < 5000; size += size < 960 ? 8 : 1011) {
+        const std::string document = "<" + std::string(size, 'n') + "/>";
+        const ChunkList chunks{document, 400};
+        for (std::size_t allowed = 0;; ++allowed) {
+            const FailingHeap heap{allowed};
+            XML_DOM_Node* root = XML_DOM_BuildTreeByMemList(chunks.list(), 0, nullptr);
+            const bool refused = FailingHeap::refused();
+            XML_DOM_DelNode(root);
+            ASSERT_EQ(FailingHeap::liveBlocks(), 0) << size << " with " << allowed;
+            if (!refused) break;
+        }
+    }
+}
+
 }  // namespace
