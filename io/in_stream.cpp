@@ -14,8 +14,10 @@
 
 static_assert(offsetof(XML_IO_MemList, first) == 0);
 static_assert(offsetof(XML_IO_MemChunk, next) == 0);
-static_assert(offsetof(XML_IO_MemChunk, length) == 8);
-static_assert(offsetof(XML_IO_MemChunk, data) == 16);
+// 64 bits are aligned to 4 or to 8 bytes where pointers have 32.
+static_assert(offsetof(XML_IO_MemChunk, length) ==
+              (sizeof(void*) == 8 ? 8 : alignof(XML_IO_MemChunk)));
+static_assert(offsetof(XML_IO_MemChunk, data) == offsetof(XML_IO_MemChunk, length) + 8);
 
 namespace netxml {
 namespace {
