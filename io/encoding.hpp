@@ -11,6 +11,9 @@ namespace netxml {
 
 inline constexpr std::size_t kEncodingCount = 13;
 
+// What every string of a tree is held in.
+inline constexpr XML_Encoding kTreeEncoding = XML_ENCODING_GB18030;
+
 // The name that iconv, the XML declaration and the encoding declaration use; nullptr from 13 on.
 const char* encodingName(XML_Encoding encoding) noexcept;
 

@@ -1,4 +1,5 @@
 // Trees to strings and to callbacks.
+#include "io/encoding.hpp"
 #include "output/out_stream.hpp"
 #include "output/renderer.hpp"
 
@@ -6,8 +7,6 @@
 
 namespace netxml {
 namespace {
-
-constexpr XML_Encoding kTreeEncoding = XML_ENCODING_GB18030;
 
 struct DestroyStream {
     void operator()(XML_IO_OutStream* stream) const noexcept { XML_IO_OutStreamDestroy(stream); }

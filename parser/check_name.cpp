@@ -1,4 +1,5 @@
 // XML_CheckQName: names in the tree's encoding.
+#include "io/encoding.hpp"
 #include "netxml/parser.h"
 #include "output/out_stream.hpp"
 #include "parser/char_classes.hpp"
@@ -38,8 +39,7 @@ bool isName32(const char* bytes, std::size_t size) noexcept
 
 bool isConvertedName(const char* text, std::size_t size) noexcept
 {
-    XML_IO_OutStream* stream =
-        XML_IO_MemOutStreamCreate(XML_ENCODING_GB18030, XML_ENCODING_UTF_32BE);
+    XML_IO_OutStream* stream = XML_IO_MemOutStreamCreate(kTreeEncoding, XML_ENCODING_UTF_32BE);
     std::size_t converted = 0;
     const bool done = stream && XML_IO_OutStreamAppend(stream, text, size + 1) == XML_RET_OK;
     const char* codes = XML_IO_MemOutStreamGetBuf(stream, &converted);

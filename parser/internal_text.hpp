@@ -1,6 +1,7 @@
 // From the parser's UTF-8 into the tree's encoding.
 #pragma once
 
+#include "io/encoding.hpp"
 #include "netxml/io.h"
 #include "parser/parse_error.hpp"
 #include "parser/span.hpp"
@@ -12,7 +13,6 @@
 namespace netxml {
 
 inline constexpr XML_Encoding kParserEncoding = XML_ENCODING_UTF_8;
-inline constexpr XML_Encoding kTreeEncoding = XML_ENCODING_GB18030;
 
 // Converts bytes through a memory stream; the result is the stream's and valid until its next use.
 // A view without data on failure.
