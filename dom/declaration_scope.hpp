@@ -43,9 +43,9 @@ private:
                      const XML_DOM_NsDecl* decl, std::size_t depth) noexcept;
 
     const XML_DOM_Node* base_;
-    ChunkStack memory_;
+    InlineChunkStack<1024> memory_;
     PrefixScope scope_;
-    ChunkStack baseMemory_;
+    InlineChunkStack<1024> baseMemory_;
     PrefixScope baseScope_;  // what was looked up from `base` before, also in vain
     std::size_t walks_ = 0;
 };

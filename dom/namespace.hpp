@@ -2,16 +2,12 @@
 #pragma once
 
 #include "dom/node.hpp"
+#include "support/text.hpp"
 
 namespace netxml {
 
 // The declaration that binds `xml` where nothing else does. Never part of a list, never freed.
 extern constinit const XML_DOM_NsDecl kXmlDeclaration;
-
-inline bool isEmpty(const char* text) noexcept
-{
-    return !text || *text == '\0';
-}
 
 // The declaration of the prefix on this node alone, or nullptr. NULL is the empty prefix.
 XML_DOM_NsDecl* ownDeclaration(const XML_DOM_Node* node, const char* prefix) noexcept;

@@ -90,12 +90,12 @@ private:
     bool inPlace_ = false;  // names and values are passed on where they lie in the input
 
     GrowBuffer<OpenElement> open_;
-    ChunkStack openMemory_;  // names and bindings of open elements
+    InlineChunkStack<1024> openMemory_;  // names and bindings of open elements
     Bindings bindings_;
 
     GrowBuffer<TagAttribute> attributes_;  // of the start tag being read
     std::size_t declarations_ = 0;         // on the start tag being read
-    ChunkStack tagMemory_;                 // names and values of the start tag being read
+    InlineChunkStack<1024> tagMemory_;     // names and values of the start tag being read
     AttributeCheck attributeCheck_;
 
     GrowBuffer<std::uint8_t> text_;  // text with references, put together

@@ -1,4 +1,4 @@
-// ASCII letters without regard to case, whatever the locale.
+// ASCII letters and digits, whatever the locale.
 #pragma once
 
 #include <cstddef>
@@ -19,6 +19,16 @@ constexpr bool equalIgnoringCase(const char* a, const char* b, std::size_t size)
             return false;
     }
     return true;
+}
+
+constexpr bool isDigit(char c) noexcept
+{
+    return c >= '0' && c <= '9';
+}
+
+constexpr bool isAlphanumeric(char c) noexcept
+{
+    return isDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
 }  // namespace netxml

@@ -53,7 +53,7 @@ void ChunkStack::dropTo(const Chunk* target) noexcept
         else heap::release(dropped);
     }
     if (chunk_) end_ = reinterpret_cast<char*>(chunk_ + 1) + chunk_->size;
-    else end_ = first_ + sizeof first_;
+    else end_ = firstEnd_;
 }
 
 }  // namespace netxml

@@ -16,12 +16,18 @@ class ChunkStack {
     };
 
 public:
+    static constexpr std::size_t kAlign = alignof(void*) > 8 ? alignof(void*) : 8;
+
     struct Mark {
         Chunk* chunk;
         char* cursor;
     };
 
-    ChunkStack() noexcept : cursor_{first_}, end_{first_ + sizeof first_} {}
+    // Starts in the caller's bytes, which must be aligned for any record and outlive the stack.
+    ChunkStack(char* first, std::size_t size) noexcept
+        : cursor_{first}, end_{first + size}, firstEnd_{first + size}
+    {
+    }
     ChunkStack(const ChunkStack&) = delete;
     ChunkStack& operator=(const ChunkStack&) = delete;
     ~ChunkStack() noexcept;
@@ -47,8 +53,6 @@ public:
     }
 
 private:
-    static constexpr std::size_t kAlign = alignof(void*) > 8 ? alignof(void*) : 8;
-    static constexpr std::size_t kFirstSize = 1024;
     static constexpr std::size_t kChunkSize = std::size_t{16} * 1024;
     static constexpr std::size_t kLargest = SIZE_MAX / 4;
 
@@ -58,9 +62,19 @@ private:
 
     char* cursor_;
     char* end_;
+    char* firstEnd_;          // of the caller's bytes
     Chunk* chunk_ = nullptr;  // the top one; nullptr while first_ suffices
     Chunk* spare_ = nullptr;  // kept, so that a depth on a border does not allocate again and again
-    alignas(kAlign) char first_[kFirstSize];
+};
+
+// A chunk stack that starts in itself: its first bytes cost no heap.
+template <std::size_t Size>
+class InlineChunkStack : public ChunkStack {
+public:
+    InlineChunkStack() noexcept : ChunkStack{first_, Size} {}
+
+private:
+    alignas(kAlign) char first_[Size];
 };
 
 }  // namespace netxml

@@ -8,17 +8,17 @@ trap 'rm -rf "$work"' EXIT
 failed=0
 differ() { echo "check_exports: $1"; failed=1; }
 
-sed -n 's/^    \(XML_[A-Za-z0-9_]*\);$/\1/p' "$map" | sort >"$work/map"
+sed -n 's/^    \([A-Za-z0-9_]*\);$/\1/p' "$map" | sort >"$work/map"
 "$readelf" --dyn-syms -W "$library" |
     awk '$5 == "GLOBAL" && $7 != "UND" && $7 != "ABS" { sub(/@.*/, "", $8); print $8 }' | sort >"$work/exported"
 diff "$work/map" "$work/exported" >"$work/diff" || { cat "$work/diff"; differ "exports and export list differ"; }
 
 # Every declared function is exported, and nothing else.
-cat "$headers"/*.h | tr '\n' ' ' | grep -o 'XML_API [^(;]*[( ]' | grep -o 'XML_[A-Za-z0-9_]*[( ]$' | tr -d '( ' |
+cat "$headers"/*.h | tr '\n' ' ' | grep -o 'XML_API [^(;]*(' | grep -oE '(XML|Schema|SCHEMA|SchemaReg|SchemaDereg)_[A-Za-z0-9_]*[(]$' | tr -d '(' |
     sort >"$work/declared"
 diff "$work/declared" "$work/exported" >"$work/diff" || { cat "$work/diff"; differ "exports and headers differ"; }
 
-"$readelf" --dyn-syms -W "$library" | grep ' XML_' | grep -v '@@NETXML_1.0' | grep -q . &&
+"$readelf" --dyn-syms -W "$library" | grep -E ' (XML|Schema|SCHEMA|SchemaReg|SchemaDereg)_' | grep -v '@@NETXML_1.0' | grep -q . &&
     differ "a function lacks the version node NETXML_1.0"
 
 "$readelf" -d -W "$library" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' >"$work/needed"

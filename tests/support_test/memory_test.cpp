@@ -34,7 +34,7 @@ TEST(ChunkStack, KeepsAddressesAndContentUntilReleased)
     std::mt19937 random{5};
     const FailingHeap heap{100000};
     {
-        ChunkStack stack;
+        InlineChunkStack<1024> stack;
         struct Kept {
             ChunkStack::Mark mark;
             char* text;
@@ -64,7 +64,7 @@ TEST(ChunkStack, KeepsAddressesAndContentUntilReleased)
 
 TEST(ChunkStack, RefusesWhatCannotBe)
 {
-    ChunkStack stack;
+    InlineChunkStack<1024> stack;
     EXPECT_EQ(stack.allocate(SIZE_MAX), nullptr);
     EXPECT_EQ(stack.allocate(SIZE_MAX / 2), nullptr);
     EXPECT_EQ(stack.copyText(nullptr, SIZE_MAX), nullptr);

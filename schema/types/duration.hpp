@@ -1,0 +1,24 @@
+// Values of the type duration: PnYnMnDTnHnMnS with all six parts, without sign and fraction.
+#pragma once
+
+#include <cstdint>
+
+namespace netxml {
+
+struct Duration {
+    std::uint16_t years;
+    std::uint16_t months;
+    std::uint16_t days;
+    std::uint16_t hours;
+    std::uint16_t minutes;
+    std::uint16_t seconds;
+};
+
+// True, with the parts stored, when the text is a duration; else the record is all 0.
+bool parseDuration(const char* text, Duration& duration) noexcept;
+
+// Negative, 0 or positive as a is shorter than, equal to or longer than b. Each counts 60 seconds a
+// minute, 60 minutes an hour, 24 hours a day, 30 days a month and 12 months a year.
+int compareDurations(const Duration& a, const Duration& b) noexcept;
+
+}  // namespace netxml

@@ -1,0 +1,72 @@
+#include "schema/validate/group_frame.hpp"
+
+#include <cstdint>
+
+namespace netxml {
+namespace {
+
+// A sequence in which something else must come, too: what runs in it cannot repeat it alone.
+bool blocks(const GroupFrame& frame) noexcept
+{
+    return frame.group->compositor == SCHEMA_COMPOSITOR_SEQUENCE && !frame.othersEmptiable;
+}
+
+// What a range of repetitions of a group means in repetitions of the enclosing one.
+Repetitions outward(Repetitions count, const Schema_ModelGroup& group) noexcept
+{
+    const Repetitions low = repetitions(count.low, group.minOccurs, group.maxOccurs);
+    const Repetitions high = repetitions(count.high, group.minOccurs, group.maxOccurs);
+    return {std::min(low.low, high.low), std::max(low.high, high.high)};
+}
+
+// A bound of 0 divides nothing: as the lower one it always fits, as the upper one only none does.
+bool isMultiple(std::uint64_t n, std::uint32_t min, std::uint32_t max) noexcept
+{
+    return (min == 0 || n % min == 0) && (max == 0 ? n == 0 : n % max == 0);
+}
+
+}  // namespace
+
+void addRepetitions(GroupFrame& frame, Repetitions repetitions) noexcept
+{
+    if (frame.group->compositor == SCHEMA_COMPOSITOR_SEQUENCE) {
+        if (!frame.othersEmptiable) return;
+        if (frame.facts.required == 0) {
+            if (frame.passCounted && repetitions.low > 0) --repetitions.low;
+            if (repetitions.high > 0) frame.passCounted = true;
+        }
+    }
+    frame.count.low += repetitions.low;
+    frame.count.high += repetitions.high;
+}
+
+void handOn(const GroupFrame& frame) noexcept
+{
+    if (frame.outer && !blocks(*frame.outer))
+        addRepetitions(*frame.outer, outward(frame.count, *frame.group));
+}
+
+// Goes outward level by level with the range of repetitions that the groups so far mean in the next
+// one. Where a sequence blocks, its inner group stands for itself, as the outermost one does.
+bool isComplete(const GroupFrame& innermost) noexcept
+{
+    const GroupFrame* frame = &innermost;
+    Repetitions count = innermost.count;
+    while (frame->outer) {
+        const GroupFrame& outer = *frame->outer;
+        const Schema_ModelGroup& group = *frame->group;
+        if (blocks(outer)) break;
+        const bool exact = isMultiple(count.low, group.minOccurs, group.maxOccurs) &&
+                           isMultiple(count.high, group.minOccurs, group.maxOccurs);
+        const Repetitions added = outward(count, group);
+        count = {added.low + outer.count.low, added.high + outer.count.high};
+        if (count.low < outer.group->minOccurs) return false;
+        const bool last = !outer.outer || blocks(*outer.outer);
+        if (last && count.low >= outer.group->maxOccurs)
+            return exact && count.low == outer.group->maxOccurs;
+        frame = &outer;
+    }
+    return count.low == frame->group->maxOccurs;
+}
+
+}  // namespace netxml
