@@ -1,38 +1,12 @@
 // Depth takes no stack, and many of anything take time in proportion. Work is counted, not timed:
 // by allocations and bytes where they show it, and by sizes that a quadratic rule would not finish.
 #include "tests/support/failing_heap.hpp"
+#include "tests/support/small_stack.hpp"
 #include "tests/support/sources.hpp"
 
 #include <gtest/gtest.h>
-#include <pthread.h>
-
-#include <functional>
 
 namespace {
-
-// Runs a function on a thread with a stack of 256 KiB.
-void onSmallStack(std::function<void()> work)
-{
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    constexpr std::size_t kStack = 1024 * 1024;  // the sanitizers' own frames are larger
-#else
-    constexpr std::size_t kStack = 256 * 1024;
-#endif
-    pthread_attr_t attributes;
-    pthread_attr_init(&attributes);
-    ASSERT_EQ(pthread_attr_setstacksize(&attributes, kStack), 0);
-    pthread_t thread;
-    ASSERT_EQ(pthread_create(
-                  &thread, &attributes,
-                  [](void* context) -> void* {
-                      (*static_cast<std::function<void()>*>(context))();
-                      return nullptr;
-                  },
-                  &work),
-              0);
-    pthread_join(thread, nullptr);
-    pthread_attr_destroy(&attributes);
-}
 
 uint32_t countVisit(XML_DOM_Node*, void* context)
 {
