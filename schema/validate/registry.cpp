@@ -2,6 +2,7 @@
 #include "netxml/schema.h"
 #include "support/heap.hpp"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -46,9 +47,9 @@ bool resize(Schema_ObjectList& list, std::uint32_t capacity) noexcept
 bool hasRoom(Schema_ObjectList& list) noexcept
 {
     if (list.count < list.capacity) return true;
+    constexpr std::size_t kMost = std::min<std::size_t>(UINT32_MAX, SIZE_MAX / sizeof(void*)) / 2;
     if (list.capacity == 0) return resize(list, kFirstCapacity);
-    return list.capacity <= UINT32_MAX / 2 && list.capacity <= SIZE_MAX / (2 * sizeof(void*)) &&
-           resize(list, list.capacity * 2);
+    return std::size_t{list.capacity} <= kMost && resize(list, list.capacity * 2);
 }
 
 void releaseIfEmpty(Schema_ObjectList& list) noexcept

@@ -1,0 +1,48 @@
+// Random numbers that are the same everywhere for the same seed.
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <iterator>
+#include <random>
+#include <vector>
+
+class Random {
+public:
+    explicit Random(std::uint64_t seed) : engine_{seed} {}
+
+    // A number below `count`, which is not 0.
+    std::size_t below(std::size_t count) { return static_cast<std::size_t>(engine_() % count); }
+    std::size_t between(std::size_t least, std::size_t most)
+    {
+        return least + below(most - least + 1);
+    }
+    bool percent(unsigned chance) { return below(100) < chance; }
+    template <typename Item>
+    Item one(std::initializer_list<Item> of)
+    {
+        return of.begin()[below(of.size())];
+    }
+    template <typename List>
+    auto& anyOf(List& list)
+    {
+        return list[below(std::size(list))];
+    }
+    // An index, each with its weight.
+    std::size_t weighted(std::initializer_list<unsigned> weights)
+    {
+        unsigned sum = 0;
+        for (const unsigned weight : weights) sum += weight;
+        auto left = static_cast<unsigned>(below(sum));
+        std::size_t at = 0;
+        for (const unsigned weight : weights) {
+            if (left < weight) break;
+            left -= weight;
+            ++at;
+        }
+        return at;
+    }
+
+private:
+    std::mt19937_64 engine_;
+};
