@@ -1,6 +1,7 @@
 #include "command_line.hpp"
 
 #include "file_list.hpp"
+#include "known_schema.hpp"
 #include "location_path.hpp"
 #include "netxml/io.h"
 #include "outcome.hpp"
@@ -22,6 +23,7 @@ constexpr const char* kStatuses =
     "  0  all is well\n"
     "  1  not well-formed, would change, nothing at the path, or cannot be written as asked\n"
     "  2  mistake in the command line\n"
+    "  3  not valid by the schema\n"
     "  4  a file cannot be read or written";
 
 std::string filesHelp()
@@ -64,6 +66,12 @@ std::string complainAboutEncoding(std::string& text)
     return "\"" + text + "\" is none of " + encodingNames();
 }
 
+std::string complainAboutSchema(std::string& text)
+{
+    if (findSchema(text)) return {};
+    return "\"" + text + "\" is no schema that is built in; known: " + schemaNames();
+}
+
 CLI::Validator oneOf(const std::vector<std::string>& words)
 {
     const auto complain = [words](std::string& text) -> std::string {
@@ -91,9 +99,11 @@ private:
     void addFormat();
     void addConvert();
     void addPath();
+    void addValidate();
     void finish();
 
-    CLI::App app_{"Checks, formats and converts XML files, and looks into them.", "netxml"};
+    CLI::App app_{"Checks, validates, formats and converts XML files, and looks into them.",
+                  "netxml"};
     std::map<Command, CLI::App*> commands_;
     Options options_;
     std::string color_ = "auto";
@@ -124,6 +134,7 @@ CommandLine::CommandLine()
     addFiles(*add(Command::Tree, "tree", "Print an outline with kinds, namespaces and paths",
                   "netxml tree config.xml"));
     addPath();
+    addValidate();
 }
 
 CLI::App* CommandLine::add(Command command, const char* name, const char* what, const char* example)
@@ -196,6 +207,18 @@ void CommandLine::addPath()
         ->required()
         ->check(CLI::Validator(complainAboutPath, ""))
         ->type_name("");
+    addFiles(*app);
+}
+
+void CommandLine::addValidate()
+{
+    CLI::App* app = add(Command::Validate, "validate", "Say whether files fit a schema",
+                        "netxml validate --schema interfaces config.xml");
+    app->add_option("--schema", options_.schema,
+                    "The schema, one of those that are built in: " + schemaNames())
+        ->required()
+        ->check(CLI::Validator(complainAboutSchema, ""))
+        ->type_name("NAME");
     addFiles(*app);
 }
 

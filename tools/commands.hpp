@@ -15,5 +15,6 @@ Outcome formatFile(const std::string& file, const Options& options, ProgressBar&
 Outcome convertFile(const std::string& file, const Options& options, ProgressBar& progress);
 Outcome outlineFile(const std::string& file, const Options& options, ProgressBar& progress);
 Outcome findInFile(const std::string& file, const Options& options, ProgressBar& progress);
+Outcome validateFile(const std::string& file, const Options& options, ProgressBar& progress);
 
 }  // namespace netxml::tool

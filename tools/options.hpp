@@ -8,7 +8,7 @@
 
 namespace netxml::tool {
 
-enum class Command { Check, Format, Convert, Tree, Path };
+enum class Command { Check, Format, Convert, Tree, Path, Validate };
 enum class ColorUse { Auto, Always, Never };
 enum class ErrorFormat { Text, Json };
 
@@ -30,6 +30,8 @@ struct Options {
     std::string outputPath = "-";
 
     std::string path;  // path
+
+    std::string schema;  // validate: a name that is known
 };
 
 }  // namespace netxml::tool

@@ -11,7 +11,7 @@
 namespace netxml::tool {
 
 // The exit statuses; of several files the largest counts.
-enum class Status { Ok = 0, Rejected = 1, Usage = 2, File = 4 };
+enum class Status { Ok = 0, Rejected = 1, Usage = 2, Invalid = 3, File = 4 };
 
 // What the tool itself finds, next to the parser's codes (XML_ErrorCode), which stay below 2000.
 enum class ToolCode : std::uint32_t {
@@ -20,6 +20,7 @@ enum class ToolCode : std::uint32_t {
     NothingAtPath = 2003,
     NotInEncoding = 2004,
     EncodingChanges = 2005,
+    NotValid = 2006,
     File = 2010,
     Internal = 2099,
 };
@@ -33,7 +34,9 @@ struct Problem {
     Severity severity = Severity::Error;
     std::string message;
     std::uint32_t code = 0;
-    std::string sourceLine;  // the line with the place, and below it a caret; may be empty
+    std::uint32_t violation = 0;  // what validation found (Schema_ErrorCode), and the path of the
+    std::string path;             // element that it says it of; else 0 and empty
+    std::string sourceLine;       // the line with the place, and below it a caret; may be empty
     std::string caretLine;
 };
 

@@ -48,6 +48,9 @@ std::string textOf(const Problem& problem, const Palette& palette)
     text += error ? palette.error(severity) : palette.warning(severity);
     text += ' ';
     text += printable(problem.message) + " [" + std::to_string(problem.code) + "]\n";
+    if (problem.violation != 0)
+        text += "  at " + printable(problem.path) + ", violation " +
+                std::to_string(problem.violation) + "\n";
     if (problem.caretLine.empty()) return text;
     const std::size_t blanks = problem.caretLine.size() - 1;
     text += problem.sourceLine + "\n";
@@ -56,10 +59,14 @@ std::string textOf(const Problem& problem, const Palette& palette)
 
 std::string jsonOf(const Problem& problem)
 {
+    const std::string validity = problem.violation == 0
+                                     ? std::string{}
+                                     : ",\"violation\":" + std::to_string(problem.violation) +
+                                           ",\"path\":" + quoted(problem.path);
     return "{\"file\":" + quoted(problem.file) + ",\"line\":" + std::to_string(problem.line) +
            ",\"column\":" + std::to_string(problem.column) + ",\"severity\":\"" +
            severityName(problem) + "\",\"message\":" + quoted(problem.message) +
-           ",\"code\":" + std::to_string(problem.code) + "}\n";
+           ",\"code\":" + std::to_string(problem.code) + validity + "}\n";
 }
 
 }  // namespace netxml::tool

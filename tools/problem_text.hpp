@@ -8,10 +8,12 @@
 
 namespace netxml::tool {
 
-// "file:line:column: error: message [code]", the source line and the caret.
+// "file:line:column: error: message [code]", for a violation "  at path, violation number", the
+// source line and the caret.
 std::string textOf(const Problem& problem, const Palette& palette);
 
-// {"file":...,"line":...,"column":...,"severity":...,"message":...,"code":...}
+// {"file":...,"line":...,"column":...,"severity":...,"message":...,"code":...}, and for a violation
+// "violation":... and "path":... behind it.
 std::string jsonOf(const Problem& problem);
 
 }  // namespace netxml::tool

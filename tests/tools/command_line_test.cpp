@@ -78,7 +78,7 @@ TEST(CommandLine, AMistakeHasStatus2)
 
 TEST(CommandLine, EachCommandHasHelpWithAnExample)
 {
-    for (const char* command : {"check", "format", "convert", "tree", "path"}) {
+    for (const char* command : {"check", "format", "convert", "tree", "path", "validate"}) {
         const Ran ran = runTool({command, "--help"});
         EXPECT_EQ(ran.status, 0) << command;
         EXPECT_EQ(ran.err, "") << command;
@@ -91,7 +91,7 @@ TEST(CommandLine, EachCommandHasHelpWithAnExample)
 TEST(CommandLine, HelpNamesTheCommandsAndTheEndings)
 {
     const std::string help = runTool({"--help"}).out;
-    for (const char* command : {"check", "format", "convert", "tree", "path"})
+    for (const char* command : {"check", "format", "convert", "tree", "path", "validate"})
         EXPECT_NE(help.find(std::string{"\n  "} + command), std::string::npos) << command;
     EXPECT_NE(runTool({"check", "-h"}).out.find("*.xml, *.xsd, *.xsl"), std::string::npos);
 }

@@ -13,8 +13,9 @@ struct CompletionCase {
 };
 
 const CompletionCase kCompletions[] = {
-    {"all commands", "netxml ''", "check format convert tree path --help --version"},
+    {"all commands", "netxml ''", "check format convert tree path validate --help --version"},
     {"a command begun", "netxml co", "convert"},
+    {"a schema", "netxml validate --schema ''", "interfaces"},
     {"an encoding, in any case", "netxml convert --to gb", "GB2312 GBK GB18030"},
     {"all encodings", "netxml convert -t ''",
      "UTF-8 UTF-16LE UTF-16BE GB2312 UTF-32LE UTF-32BE UTF-16 UTF-32 GBK GB18030 UCS-4 UCS-4BE "
@@ -27,6 +28,8 @@ const CompletionCase kCompletions[] = {
     {"an option of the command", "netxml format --in", "--indent --in-place"},
     {"an indentation", "netxml format --indent t", "tab"},
     {"convert takes one file", "netxml convert --re", ""},
+    {"validate takes several", "netxml validate --re", "--recursive"},
+    {"the schema's option", "netxml validate --sch", "--schema"},
     {"files", "netxml check /dev/nul", "/dev/null"},
 };
 

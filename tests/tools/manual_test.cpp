@@ -17,7 +17,7 @@ TEST(Manual, IsMadeWithTheVersionAndADate)
 TEST(Manual, NamesEveryOptionOfTheHelp)
 {
     const std::string page = readText(NETXML_MANUAL);
-    for (const char* command : {"check", "format", "convert", "tree", "path"}) {
+    for (const char* command : {"check", "format", "convert", "tree", "path", "validate"}) {
         const std::string help = runTool({command, "--help"}).out;
         for (std::size_t at = 0; (at = help.find("--", at)) != std::string::npos;) {
             std::size_t end = at + 2;

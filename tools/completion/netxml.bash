@@ -3,7 +3,7 @@
 _netxml()
 {
     local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}
-    local commands="check format convert tree path"
+    local commands="check format convert tree path validate"
     local common="--help --quiet --color --error-format"
     local several="--recursive --jobs"
     local command="" i
@@ -41,6 +41,9 @@ _netxml()
             COMPREPLY=($(compgen -W "UTF-8 UTF-16LE UTF-16BE GB2312 UTF-32LE UTF-32BE UTF-16 \
                 UTF-32 GBK GB18030 UCS-4 UCS-4BE UCS-4LE" -- "${word^^}"))
             return ;;
+        --schema)
+            COMPREPLY=($(compgen -W "interfaces" -- "$word"))
+            return ;;
         -j | --jobs)
             return ;;
     esac
@@ -49,6 +52,7 @@ _netxml()
         case $command in
             format) common="$common $several --indent --check --in-place --drop-doctype" ;;
             convert) common="$common --to --output" ;;
+            validate) common="$common $several --schema" ;;
             *) common="$common $several" ;;
         esac
         COMPREPLY=($(compgen -W "$common" -- "$word"))
