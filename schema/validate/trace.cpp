@@ -27,6 +27,14 @@ void startLine() noexcept
     for (std::uint32_t level = 0; level < indent; ++level) std::fputs("  ", stdout);
 }
 
+// Prints a text as vprintf() would, cut to the buffer that the interface promises.
+void print(const char* format, va_list arguments) noexcept
+{
+    char text[kTextSize];
+    std::vsnprintf(text, sizeof text, format, arguments);
+    std::fputs(text, stdout);
+}
+
 }  // namespace
 }  // namespace netxml
 
@@ -52,24 +60,20 @@ void Schema_Debug_BlankSub(void)
 void Schema_Debug_ShowMsg(const char* format, ...)
 {
     if (!isOn() || !format) return;
-    char text[kTextSize];
     va_list arguments;
     va_start(arguments, format);
-    std::vsnprintf(text, sizeof text, format, arguments);
+    print(format, arguments);
     va_end(arguments);
-    std::fputs(text, stdout);
 }
 
 void Schema_Debug_ShowMsgLine(const char* format, ...)
 {
     if (!isOn() || !format) return;
-    char text[kTextSize];
+    startLine();
     va_list arguments;
     va_start(arguments, format);
-    std::vsnprintf(text, sizeof text, format, arguments);
+    print(format, arguments);
     va_end(arguments);
-    startLine();
-    std::fputs(text, stdout);
 }
 
 void Schema_Debug_ShowNode(const XML_DOM_Node* node, const char* function)
