@@ -93,9 +93,10 @@ void SchemaDereg_xml_schema_buildin(Schema_Root* root)
     forEachRecord([&](const Schema_Object& object) { Schema_DeregTopObject(root, &object); });
 }
 
-// NOLINTNEXTLINE(bugprone-macro-parentheses): what stands there is a declaration
+using Record = void*;
+
 #define NETXML_ACCESSOR(name, kind)                                                                \
-    void* Schema_BLDIN_##name(void)                                                                \
+    Record Schema_BLDIN_##name(void)                                                               \
     {                                                                                              \
         return &simpleTypes[kIndexOf_##name];                                                      \
     }
