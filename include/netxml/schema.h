@@ -554,7 +554,8 @@ XML_API int32_t Schema_CmpDateTime(const Schema_DateTimeValue* a, const Schema_D
  * - pattern is a POSIX extended expression and not anchored, as XML_IsMatchRegex() has it.
  * - fractionDigits, and kinds beyond 15 to 25, always pass.
  *
- * A number in a facet that does not read counts as 0, one beyond 64 bits as the nearest.
+ * A number in a facet that does not read counts as 0, one beyond 64 bits as the nearest; a negative
+ * one in a facet of an unsigned type wraps, as strtoull() reads it.
  *
  * Returns ::XML_RET_OK, or ::XML_RET_FAIL with a sentence in `errBuf` when the facet is not
  * satisfied (without one when `facet` is NULL). A NULL `value` is the empty string.

@@ -9,9 +9,9 @@
 namespace netxml {
 namespace {
 
-bool anyValue(Schema_BuiltinKind, const char*)
+bool anyValue(Schema_BuiltinKind, const char* value)
 {
-    return true;
+    return *value != '\0';
 }
 
 bool booleanValue(Schema_BuiltinKind, const char* value)

@@ -22,7 +22,7 @@ std::uint64_t secondsOf(const Schema_DateTimeValue& value) noexcept
     const std::uint64_t yearsBefore = std::uint64_t{value.year} - 1;
     std::uint64_t days =
         yearsBefore * 365 + yearsBefore / 4 - yearsBefore / 100 + yearsBefore / 400;
-    for (unsigned month = 1; month < value.month && month <= kMonths; ++month)
+    for (unsigned month = 1; month < value.month && month < kMonths; ++month)
         days += daysInMonth(value.year, month);
     days += std::uint64_t{value.day} - 1;
     std::uint64_t seconds = ((days * 24 + value.hour) * 60 + value.minute) * 60 + value.second;

@@ -177,7 +177,15 @@ constexpr FacetRule kFacetRules[] = {
     {25, totalDigitsTest,  "The total digit length must be equal to %s."},
 };
 // clang-format on
-static_assert(kFacetRules[0].kind == SCHEMA_FACET_ENUMERATION);
+constexpr bool kindsFollow() noexcept
+{
+    Schema_FacetKind kind = SCHEMA_FACET_ENUMERATION;
+    for (const FacetRule& rule : kFacetRules) {
+        if (rule.kind != kind++) return false;
+    }
+    return true;
+}
+static_assert(kindsFollow());
 static_assert(sizeof kFacetRules / sizeof kFacetRules[0] ==
               SCHEMA_FACET_TOTAL_DIGITS - SCHEMA_FACET_ENUMERATION + 1);
 

@@ -34,7 +34,15 @@ constexpr IntegerRange kIntegerRanges[] = {
     {15, true,  20, "0",                    "9223372036854775807"},
 };
 // clang-format on
-static_assert(kIntegerRanges[0].kind == SCHEMA_BUILTIN_BYTE);
+constexpr bool kindsFollow() noexcept
+{
+    Schema_BuiltinKind kind = SCHEMA_BUILTIN_BYTE;
+    for (const IntegerRange& range : kIntegerRanges) {
+        if (range.kind != kind++) return false;
+    }
+    return true;
+}
+static_assert(kindsFollow());
 static_assert(sizeof kIntegerRanges / sizeof kIntegerRanges[0] ==
               SCHEMA_BUILTIN_NON_NEGATIVE_INTEGER - SCHEMA_BUILTIN_BYTE + 1);
 

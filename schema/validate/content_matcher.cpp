@@ -260,14 +260,14 @@ MatchStep ContentMatcher::run(OpenElement& element) noexcept
 {
     LeafRun& run = element.run;
     while (element.child) {
-        if (!runMatches(element)) {
-            if (run.element && run.count < run.min) {
-                runTooShort(element);
-                return MatchStep::Stop;
-            }
-            break;
+        const bool matches = runMatches(element);
+        const bool isFull = run.count >= run.max && run.count != 0;
+        if (isFull && (!matches || !mayGoOn(element))) break;
+        if (!matches) {
+            if (!run.element || run.count >= run.min) break;
+            runTooShort(element);
+            return MatchStep::Stop;
         }
-        if (run.count >= run.max && run.count != 0 && !mayGoOn(element)) break;
         if (element.wanted) return MatchStep::Check;
         accepted(element);
     }

@@ -25,6 +25,14 @@ bool isMultiple(std::uint64_t n, std::uint32_t min, std::uint32_t max) noexcept
     return (min == 0 || n % min == 0) && (max == 0 ? n == 0 : n % max == 0);
 }
 
+// The bound that decides at the last level of the walk outward. Kept: beyond the bound of a group
+// that a sequence blocks, it is that sequence's own.
+std::uint32_t lastBound(const GroupFrame& frame, std::uint64_t low) noexcept
+{
+    const bool beyond = low > frame.group->maxOccurs;
+    return beyond && frame.outer ? frame.outer->group->maxOccurs : frame.group->maxOccurs;
+}
+
 }  // namespace
 
 void addRepetitions(GroupFrame& frame, Repetitions repetitions) noexcept
@@ -61,9 +69,10 @@ bool isComplete(const GroupFrame& innermost) noexcept
         const Repetitions added = outward(count, group);
         count = {added.low + outer.count.low, added.high + outer.count.high};
         if (count.low < outer.group->minOccurs) return false;
-        const bool last = !outer.outer || blocks(*outer.outer);
-        if (last && count.low >= outer.group->maxOccurs)
-            return exact && count.low == outer.group->maxOccurs;
+        if (!outer.outer || blocks(*outer.outer)) {
+            if (count.low == lastBound(outer, count.low)) return exact;
+            if (count.low > outer.group->maxOccurs) return false;
+        }
         frame = &outer;
     }
     return count.low == frame->group->maxOccurs;
