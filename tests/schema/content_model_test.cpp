@@ -84,6 +84,9 @@ constexpr ContentCase kContent[] = {
     {"a model without particles",                      "()",                  "",             0},
     {"what fewer than a whole repetition may mean leaves room for another choice (Kept)",
                                                        "(a{1,2}|b)",          "a b",          0},
+    {"a run that is full ends, whatever it lacks",     "(a{2,0})",            "a b",          5},
+    {"beyond its bound a group in a sequence is held by the sequence's own (Kept)",
+                                                       "((a?,(#?)),b){1,2}",  "a a d",        1},
     {"a whole repetition leaves none",                 "(a{1,2}|b)",          "a a b",        6},
 };
 // clang-format on
