@@ -239,7 +239,7 @@ typedef struct Schema_SimpleType {
     const char* namespaceName;
     Schema_BuiltinKind kind; /**< 0 unless built in */
     uint32_t facetCount;
-    uint32_t memberCount; /**< above 1 for a union; 1 for a restriction */
+    uint32_t memberCount; /**< above 1 for a union; else 1, or not set */
     uint16_t flags;       /**< not read; 0 */
 } Schema_SimpleType;
 
@@ -360,7 +360,7 @@ typedef struct Schema_ComplexType {
     const char* namespaceName;
     uint32_t attributeCount;
     uint32_t attributeGroupCount;
-    uint16_t mixed;       /**< 1: text may stand between the child elements */
+    uint16_t mixed;       /**< 1: text may stand between the elements of a model */
     uint8_t reservedFlag; /**< not read */
 } Schema_ComplexType;
 
@@ -538,7 +538,8 @@ typedef struct Schema_DateTimeValue {
  * Compares two points in time, the zones taken into account. Fractions of equal seconds are
  * compared as text, so "5" is lower than "50".
  *
- * Returns -1, 0 or 1; -1 when either is NULL. A month above 12 counts as 12.
+ * Returns 1 or -1 when the seconds differ, else how XML_Strcmp() orders the fractions; -1 when
+ * either is NULL. A month above 12 counts as 12.
  */
 XML_API int32_t Schema_CmpDateTime(const Schema_DateTimeValue* a, const Schema_DateTimeValue* b);
 
@@ -554,6 +555,7 @@ XML_API int32_t Schema_CmpDateTime(const Schema_DateTimeValue* a, const Schema_D
  * - pattern is a POSIX extended expression and not anchored, as XML_IsMatchRegex() has it.
  * - fractionDigits, and kinds beyond 15 to 25, always pass.
  *
+ * A duration in a facet may lack parts; one, or a date, that does not read counts as all 0.
  * A number in a facet that does not read counts as 0, one beyond 64 bits as the nearest; a negative
  * one in a facet of an unsigned type wraps, as strtoull() reads it.
  *
@@ -641,7 +643,8 @@ XML_API char* Schema_GetNextSplitStr(Schema_SplitCtx* ctx);
  */
 typedef struct Schema_ValidateResult {
     Schema_ErrorCode code;        /**< 0 when the document is valid; every field is zero then */
-    const XML_DOM_Node* node;     /**< for codes 1, 5 and 8 the parent of what is wrong */
+    const XML_DOM_Node* node;     /**< for codes 1, 5 and 8 the parent of what is wrong,
+                                       NULL at the document element */
     const char* elementName;      /**< codes 1, 5, 7; else NULL */
     const char* elementNamespace; /**< code 1: of the expected element; else NULL */
     const char* attrName;         /**< codes 2, 4, 7; else NULL */

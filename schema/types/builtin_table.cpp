@@ -46,8 +46,7 @@ bool languageValue(Schema_BuiltinKind, const char* value)
 
 bool durationValue(Schema_BuiltinKind, const char* value)
 {
-    Duration duration;
-    return parseDuration(value, duration);
+    return isDuration(value);
 }
 
 bool dateTimeValue(Schema_BuiltinKind kind, const char* value)

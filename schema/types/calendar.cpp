@@ -60,6 +60,5 @@ int32_t Schema_CmpDateTime(const Schema_DateTimeValue* a, const Schema_DateTimeV
     const std::uint64_t left = netxml::secondsOf(*a);
     const std::uint64_t right = netxml::secondsOf(*b);
     if (left != right) return left > right ? 1 : -1;
-    const int order = XML_Strcmp(a->fraction, b->fraction);
-    return order == 0 ? 0 : (order > 0 ? 1 : -1);
+    return XML_Strcmp(a->fraction, b->fraction);
 }

@@ -7,18 +7,18 @@
 namespace netxml {
 namespace {
 
-// One part: the letters before its digits, how many digits it may have, and where it goes.
+// One part: the letters before its digits, and how many digits it may have.
 struct Part {
     const char* before;
     unsigned maxDigits;
-    std::uint16_t Duration::*field;
 };
 
-constexpr Part kParts[] = {
-    {"P", 4, &Duration::years},  {"Y", 5, &Duration::months},  {"M", 5, &Duration::days},
-    {"DT", 5, &Duration::hours}, {"H", 5, &Duration::minutes}, {"M", 5, &Duration::seconds},
-};
+constexpr Part kParts[] = {{"P", 4}, {"Y", 5}, {"M", 5}, {"DT", 5}, {"H", 5}, {"M", 5}};
 constexpr char kEnd[] = "S";
+
+constexpr std::uint16_t Duration::*kFields[] = {&Duration::years,   &Duration::months,
+                                                &Duration::days,    &Duration::hours,
+                                                &Duration::minutes, &Duration::seconds};
 
 // Steps over a word; false when the text does not go on with it.
 bool skipWord(const char*& text, const char* word) noexcept
@@ -29,20 +29,23 @@ bool skipWord(const char*& text, const char* word) noexcept
     return true;
 }
 
-// ^P[0-9]{1,4}Y[0-9]{1,5}M[0-9]{1,5}DT[0-9]{1,5}H[0-9]{1,5}M[0-9]{1,5}S$, each number at most
-// 65535.
-bool readParts(const char* text, Duration& duration) noexcept
+// Keeps a number that is too large from wrapping around.
+std::uint32_t appendDigit(std::uint32_t number, char digit) noexcept
 {
-    for (const Part& part : kParts) {
-        if (!skipWord(text, part.before)) return false;
-        std::uint32_t number = 0;
-        unsigned digits = 0;
-        for (; isDigit(*text) && digits < part.maxDigits; ++text, ++digits)
-            number = number * 10 + static_cast<std::uint32_t>(*text - '0');
-        if (digits == 0 || number > UINT16_MAX) return false;
-        duration.*part.field = static_cast<std::uint16_t>(number);
+    return number > UINT16_MAX ? number : number * 10 + static_cast<std::uint32_t>(digit - '0');
+}
+
+// The field that a letter ends. Behind the "T", "M" stands for minutes.
+std::uint16_t Duration::*fieldOf(char letter, bool inTime) noexcept
+{
+    switch (letter) {
+    case 'Y': return &Duration::years;
+    case 'M': return inTime ? &Duration::minutes : &Duration::months;
+    case 'D': return &Duration::days;
+    case 'H': return &Duration::hours;
+    case 'S': return &Duration::seconds;
+    default: return nullptr;
     }
-    return skipWord(text, kEnd) && *text == '\0';
 }
 
 // Hands full units of one field on to the next one. Fields stay 16 bits wide and wrap.
@@ -64,20 +67,52 @@ Duration normalized(Duration d) noexcept
 
 }  // namespace
 
-bool parseDuration(const char* text, Duration& duration) noexcept
+// ^P[0-9]{1,4}Y[0-9]{1,5}M[0-9]{1,5}DT[0-9]{1,5}H[0-9]{1,5}M[0-9]{1,5}S$, each number at most
+// 65535.
+bool isDuration(const char* text) noexcept
 {
-    duration = Duration{};
-    if (readParts(text, duration)) return true;
-    duration = Duration{};
-    return false;
+    for (const Part& part : kParts) {
+        if (!skipWord(text, part.before)) return false;
+        std::uint32_t number = 0;
+        unsigned digits = 0;
+        for (; isDigit(*text) && digits < part.maxDigits; ++text, ++digits)
+            number = appendDigit(number, *text);
+        if (digits == 0 || number > UINT16_MAX) return false;
+    }
+    return skipWord(text, kEnd) && *text == '\0';
+}
+
+// Each number counts for the letter that follows it, whatever lies between.
+Duration readDuration(const char* text) noexcept
+{
+    Duration duration{};
+    std::uint32_t number = 0;
+    bool inTime = false;
+    bool inNumber = true;
+    if (*text != 'P') return duration;
+    while (*++text != '\0') {
+        if (const auto field = fieldOf(*text, inTime)) {
+            if (number > UINT16_MAX) return Duration{};
+            duration.*field = static_cast<std::uint16_t>(number);
+            number = 0;
+            inNumber = true;
+        } else if (*text == 'T') {
+            inTime = true;
+        } else if (inNumber && isDigit(*text)) {
+            number = appendDigit(number, *text);
+        } else {
+            inNumber = false;
+        }
+    }
+    return duration;
 }
 
 int compareDurations(const Duration& a, const Duration& b) noexcept
 {
     const Duration left = normalized(a);
     const Duration right = normalized(b);
-    for (const Part& part : kParts) {
-        const int difference = left.*part.field - right.*part.field;
+    for (const auto field : kFields) {
+        const int difference = left.*field - right.*field;
         if (difference != 0) return difference;
     }
     return 0;

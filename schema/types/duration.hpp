@@ -14,8 +14,12 @@ struct Duration {
     std::uint16_t seconds;
 };
 
-// True, with the parts stored, when the text is a duration; else the record is all 0.
-bool parseDuration(const char* text, Duration& duration) noexcept;
+// Whether the text is a value of the type.
+bool isDuration(const char* text) noexcept;
+
+// What a text means where values compare. Parts may be missing there; what does not read counts as
+// 0, and a text with a number above 65535 as nothing at all.
+Duration readDuration(const char* text) noexcept;
 
 // Negative, 0 or positive as a is shorter than, equal to or longer than b. Each counts 60 seconds a
 // minute, 60 minutes an hour, 24 hours a day, 30 days a month and 12 months a year.

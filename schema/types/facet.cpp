@@ -51,11 +51,7 @@ int compareSigned(const char* a, const char* b) noexcept
 
 int compareAsDurations(const char* a, const char* b) noexcept
 {
-    Duration left;
-    Duration right;
-    parseDuration(a, left);
-    parseDuration(b, right);
-    return compareDurations(left, right);
+    return compareDurations(readDuration(a), readDuration(b));
 }
 
 int compareAsDates(Schema_BuiltinKind kind, const char* a, const char* b) noexcept

@@ -1,6 +1,7 @@
 #include "schema/types/pattern.hpp"
 
 #include "netxml/schema.h"
+#include "support/text_hash.hpp"
 
 #include <cstdint>
 #include <cstring>
@@ -10,13 +11,6 @@ namespace netxml {
 namespace {
 
 constexpr int kFlags = REG_EXTENDED | REG_NOSUB;
-
-std::size_t bucketOf(const char* text, std::size_t buckets) noexcept
-{
-    std::uint32_t hash = 2166136261u;
-    for (; *text != '\0'; ++text) hash = (hash ^ static_cast<std::uint8_t>(*text)) * 16777619u;
-    return hash % buckets;
-}
 
 bool run(const regex_t& compiled, const char* text) noexcept
 {
@@ -39,7 +33,7 @@ PatternCache::~PatternCache() noexcept
 
 bool PatternCache::matches(const char* pattern, const char* text) noexcept
 {
-    const std::size_t bucket = bucketOf(pattern, kBuckets);
+    const std::size_t bucket = textHash(pattern) % kBuckets;
     Entry* entry = find(pattern, bucket);
     if (!entry) entry = add(pattern, bucket);
     if (!entry) return XML_IsMatchRegex(pattern, text) == 1;

@@ -6,8 +6,8 @@
 char* Schema_GetFirstSplitStr(const char* text, const char* separator, uint32_t itemSize,
                               char* itemBuf, Schema_SplitCtx* ctx)
 {
-    if (!text || !separator || !itemBuf || !ctx || itemSize == 0) return nullptr;
-    *itemBuf = '\0';
+    if (!itemBuf || !ctx) return nullptr;
+    if (itemSize != 0) *itemBuf = '\0';
     *ctx = Schema_SplitCtx{itemBuf, text, separator, itemSize};
     return Schema_GetNextSplitStr(ctx);
 }

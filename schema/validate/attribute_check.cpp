@@ -1,7 +1,6 @@
 #include "schema/validate/attribute_check.hpp"
 
-#include "schema/validate/namespace_match.hpp"
-#include "schema/validate/reference.hpp"
+#include "schema/validate/declaration.hpp"
 #include "support/bounded.hpp"
 #include "support/format.hpp"
 #include "support/text.hpp"
@@ -24,11 +23,6 @@ constexpr CommonAttribute kCommonAttributes[] = {
     {nullptr, XML_NAMESPACE_XML, "base"},
     {nullptr, XML_NAMESPACE_SCHEMA_INSTANCE, "nil"},
 };
-
-const char* namespaceOf(const XML_DOM_Attr& attr) noexcept
-{
-    return attr.nameSpace ? attr.nameSpace->name : nullptr;
-}
 
 const CommonAttribute* findCommon(const XML_DOM_Attr& attr) noexcept
 {
@@ -60,7 +54,7 @@ bool AttributeCheck::checkComplex(const XML_DOM_Node* element,
 {
     AttributeSet set;
     if (!set.fill(element, key_)) return verdict_.fail();
-    AttributeScopes scopes{type, memory_};
+    AttributeScopes scopes{type, memory_, groups_};
     AttributeScope scope{};
     AttributeScopes::Next next = scopes.next(scope);
     for (; next == AttributeScopes::Next::Scope; next = scopes.next(scope)) {
@@ -83,21 +77,13 @@ bool AttributeCheck::applyScope(const XML_DOM_Node* element, AttributeSet& set,
     return !scope.wildcard || applyWildcard(set, *scope.wildcard);
 }
 
-// What a reference leads to is global, so its namespace counts; else the form says whether it does.
-const char* AttributeCheck::expectedNamespace(const Schema_AttributeDecl& use,
-                                              const Schema_AttributeDecl& final) const noexcept
-{
-    const Schema_Form form =
-        final.form == SCHEMA_FORM_DEFAULT ? root_.attributeFormDefault : final.form;
-    return use.ref || form == SCHEMA_FORM_QUALIFIED ? final.namespaceName : nullptr;
-}
-
 bool AttributeCheck::applyUse(const XML_DOM_Node* element, AttributeSet& set,
                               const Schema_AttributeDecl* use) noexcept
 {
     const Schema_AttributeDecl* final = use ? resolve(use) : nullptr;
     if (!final) return verdict_.fail();
-    AttributeSet::Item* item = set.find(final->name, expectedNamespace(*use, *final));
+    AttributeSet::Item* item =
+        set.find(final->name, expectedNamespace(*use, *final, root_.attributeFormDefault));
     if (!item) return final->use != SCHEMA_USE_REQUIRED || missing(element, *final);
     item->pending = false;
     return apply(*item->attr, *final);
@@ -127,13 +113,9 @@ bool AttributeCheck::applyWildcard(AttributeSet& set,
 // The first top-level attribute of the item's name and namespace, or nullptr.
 const Schema_AttributeDecl* AttributeCheck::topLevel(const AttributeSet::Item& item) const noexcept
 {
-    for (std::uint32_t i = 0; i < root_.attributes.count; ++i) {
-        const auto* decl = static_cast<const Schema_AttributeDecl*>(root_.attributes.items[i]);
-        if (decl && sameText(decl->name, item.attr->name) &&
-            namespaceMatches(item.namespaceName(), decl->namespaceName, nullptr))
-            return decl;
-    }
-    return nullptr;
+    return firstDeclaration<Schema_AttributeDecl>(root_.attributes, [&](const auto& decl) noexcept {
+        return isCalled(decl, item.attr->name, item.namespaceName());
+    });
 }
 
 // An attribute that stands, against its declaration. A fixed value is compared and not typed.

@@ -33,8 +33,6 @@ private:
     bool missing(const XML_DOM_Node* element, const Schema_AttributeDecl& decl) noexcept;
     bool unexpected(const XML_DOM_Attr& attr) noexcept;
     bool invalid(const XML_DOM_Attr& attr) noexcept;
-    const char* expectedNamespace(const Schema_AttributeDecl& use,
-                                  const Schema_AttributeDecl& final) const noexcept;
     const Schema_AttributeDecl* topLevel(const AttributeSet::Item& item) const noexcept;
 
     const Schema_Root& root_;
@@ -42,6 +40,7 @@ private:
     ChunkStack& memory_;
     Verdict& verdict_;
     LazyHashKey key_;
+    AttributeGroupMarks groups_;
 };
 
 }  // namespace netxml

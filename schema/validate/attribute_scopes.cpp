@@ -1,7 +1,7 @@
 #include "schema/validate/attribute_scopes.hpp"
 
+#include "schema/validate/declaration.hpp"
 #include "schema/validate/derivation.hpp"
-#include "schema/validate/reference.hpp"
 
 #include <cstdint>
 
@@ -9,14 +9,16 @@ namespace netxml {
 namespace {
 
 // The marks of groups: being walked through, or done.
-constexpr std::uint8_t kOpen = 1;
-constexpr std::uint8_t kDone = 2;
+constexpr unsigned kOpen = 1;
+constexpr unsigned kDone = 2;
 
 }  // namespace
 
-AttributeScopes::AttributeScopes(const Schema_ComplexType& type, ChunkStack& memory) noexcept
-    : memory_{memory}, mark_{memory.mark()}
+AttributeScopes::AttributeScopes(const Schema_ComplexType& type, ChunkStack& memory,
+                                 AttributeGroupMarks& met) noexcept
+    : memory_{memory}, mark_{memory.mark()}, met_{met}
 {
+    met_.beginWalk();
     push(Task{nullptr, Task::Type, &type, 0, 0});
 }
 
@@ -92,7 +94,7 @@ bool AttributeScopes::enterNextGroup(Task& groups) noexcept
     const Schema_AttributeGroup* group = array[groups.next++];
     if (group) group = resolve(group);
     if (!group) return false;
-    const std::uint8_t mark = met_.get(group);
+    const unsigned mark = met_.get(group);
     if (mark == kDone) return true;
     if (mark == kOpen || !met_.set(group, kOpen)) return false;
     push(Task{nullptr, Task::EndOfGroup, group, 0, 0});

@@ -5,7 +5,7 @@
 
 #include "netxml/schema.h"
 #include "support/chunk_stack.hpp"
-#include "support/pointer_marks.hpp"
+#include "support/walk_marks.hpp"
 
 #include <cstdint>
 
@@ -18,13 +18,17 @@ struct AttributeScope {
     const Schema_AttributeWildcard* wildcard;  // or nullptr
 };
 
+using AttributeGroupMarks = WalkMarks<64>;
+
 // A walk over the scopes of one type, with a stack of its own. The type's bases must be sound.
 // A group that was met is not entered again: it would change nothing.
 class AttributeScopes {
 public:
     enum class [[nodiscard]] Next : std::uint8_t{Scope, End, Broken};
 
-    AttributeScopes(const Schema_ComplexType& type, ChunkStack& memory) noexcept;
+    // `met` is for one walk at a time.
+    AttributeScopes(const Schema_ComplexType& type, ChunkStack& memory,
+                    AttributeGroupMarks& met) noexcept;
     AttributeScopes(const AttributeScopes&) = delete;
     AttributeScopes& operator=(const AttributeScopes&) = delete;
     ~AttributeScopes() noexcept { memory_.release(mark_); }
@@ -50,7 +54,7 @@ private:
 
     ChunkStack& memory_;
     ChunkStack::Mark mark_;
-    PointerMarks met_;
+    AttributeGroupMarks& met_;
     Task* top_ = nullptr;
     bool outOfMemory_ = false;
 };

@@ -25,16 +25,19 @@ private:
     bool drawn_ = false;
 };
 
+// NULL for none.
+inline const char* namespaceOf(const XML_DOM_Attr& attr) noexcept
+{
+    return attr.nameSpace ? attr.nameSpace->name : nullptr;
+}
+
 class AttributeSet {
 public:
     struct Item {
         const XML_DOM_Attr* attr;
         bool pending;  // no use and no wildcard has taken it yet
 
-        const char* namespaceName() const noexcept
-        {
-            return attr->nameSpace ? attr->nameSpace->name : nullptr;
-        }
+        const char* namespaceName() const noexcept { return namespaceOf(*attr); }
     };
 
     AttributeSet() noexcept = default;

@@ -1,6 +1,6 @@
 #include "schema/validate/content_matcher.hpp"
 
-#include "schema/validate/reference.hpp"
+#include "schema/validate/declaration.hpp"
 
 #include <cstdint>
 
@@ -147,6 +147,7 @@ MatchStep ContentMatcher::stepSequence(OpenElement& element, GroupFrame& frame) 
             if (frame.count.high >= group.minOccurs && !firstSets_.canStart(group, element.child))
                 break;
             frame.started = element.child.node;
+            frame.passStart = frame.count;
             frame.particle = 0;
             frame.passCounted = false;
             frame.phase = GroupPhase::Particle;
@@ -175,11 +176,9 @@ MatchStep ContentMatcher::stepSequence(OpenElement& element, GroupFrame& frame) 
 // Judges a pass of a sequence: true when there is no other one.
 bool ContentMatcher::passEnds(const OpenElement& element, GroupFrame& frame) const noexcept
 {
-    if (frame.facts.required >= 2) {
-        ++frame.count.low;
-        ++frame.count.high;
-    }
-    return isComplete(frame) || !element.child || element.child.node == frame.started;
+    const bool tookNone = element.child.node == frame.started;
+    if (!tookNone || frame.facts.required >= 2) endPass(frame);
+    return tookNone || !element.child || isComplete(frame);
 }
 
 // Children in any order; the first that no particle matches is left to the enclosing model.

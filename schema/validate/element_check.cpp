@@ -1,7 +1,7 @@
 #include "schema/validate/element_check.hpp"
 
+#include "schema/validate/declaration.hpp"
 #include "schema/validate/derivation.hpp"
-#include "schema/validate/reference.hpp"
 #include "support/bounded.hpp"
 
 #include <cstdint>
@@ -26,9 +26,10 @@ const char* lastText(const XML_DOM_Node* node) noexcept
 
 bool hasText(const XML_DOM_Node* node) noexcept
 {
-    const XML_DOM_Node* child = node->firstChild;
-    while (child && child->type == XML_DOM_NODE_ELEMENT) child = child->nextSibling;
-    return child != nullptr;
+    for (const XML_DOM_Node* child = node->firstChild; child; child = child->nextSibling) {
+        if (child->type == XML_DOM_NODE_TEXT || child->type == XML_DOM_NODE_CDATA) return true;
+    }
+    return false;
 }
 
 }  // namespace
@@ -56,13 +57,23 @@ bool ElementCheck::checkDocument(const XML_DOM_Node* node) noexcept
     const bool unbound = top->minOccurs == 0 && top->maxOccurs == 0;
     const std::uint32_t min = unbound ? 1 : top->minOccurs;
     const std::uint32_t max = unbound ? 1 : top->maxOccurs;
-    if (decl->abstract == 1 && !elements_.matches(*top, *decl, subject))
-        return min == 0 || verdict_.violate(SCHEMA_ERROR_ELEMENT_UNEXPECTED, node);
+    if (!elements_.matchesGlobally(*decl, subject)) return min == 0 || unmatched(*decl, node);
     if (!checkTree(*decl, subject)) return false;
     if (occurs(1, min, max)) return true;
     Schema_ValidateResult violation{};
     violation.code = SCHEMA_ERROR_OCCURRENCES;
     violation.elementName = decl->name;
+    return verdict_.violate(violation);
+}
+
+// The document element is not what its declaration leads to: another name, or an abstract head.
+bool ElementCheck::unmatched(const Schema_ElementDecl& decl, const XML_DOM_Node* node) noexcept
+{
+    if (decl.abstract == 1) return verdict_.violate(SCHEMA_ERROR_ELEMENT_UNEXPECTED, node);
+    Schema_ValidateResult violation{};
+    violation.code = SCHEMA_ERROR_ELEMENT_EXPECTED;
+    violation.elementName = decl.name;
+    violation.elementNamespace = decl.namespaceName;
     return verdict_.violate(violation);
 }
 
@@ -103,8 +114,8 @@ bool ElementCheck::checkPart(OpenElement& element, const ContentPart& part) noex
     if (part.model) return content_.begin(element, *part.model);
     const char* text = firstText(element.node);
     if (part.value) return judge(values_.check(*part.value, text), element.node);
-    return values_.satisfies(part.restricts->facets, part.restricts->facetCount, text) ||
-           invalidValue(element.node);
+    return judge(values_.checkFacets(part.restricts->facets, part.restricts->facetCount, text),
+                 element.node);
 }
 
 // The end of the innermost element: nothing may be left over, and the attributes must be right.
@@ -168,7 +179,7 @@ ElementCheck::Begun ElementCheck::beginComplex(const Schema_ElementDecl& decl,
 }
 
 // Lays the plan of the content and the element's record on the stack. An element with a fixed text
-// is done at once: nothing of its content but the text is looked at.
+// is done at once: once the kinds of its children are right, its content is not matched.
 ElementCheck::Begun ElementCheck::open(const Schema_ElementDecl& decl,
                                        const Subject& subject) noexcept
 {

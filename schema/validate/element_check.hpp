@@ -29,6 +29,7 @@ private:
     static constexpr std::size_t kInlineMemory = std::size_t{10} * 1024;
 
     bool checkDocument(const XML_DOM_Node* documentElement) noexcept;
+    bool unmatched(const Schema_ElementDecl& decl, const XML_DOM_Node* node) noexcept;
     bool checkTree(const Schema_ElementDecl& decl, const Subject& subject) noexcept;
     Begun begin(const Schema_ElementDecl& decl, const Subject& subject) noexcept;
     bool checkSimple(const Schema_ElementDecl& decl, const XML_DOM_Node* node) noexcept;

@@ -1,17 +1,11 @@
 #include "schema/validate/element_match.hpp"
 
-#include "schema/validate/namespace_match.hpp"
+#include "schema/validate/declaration.hpp"
 
 #include <cstdint>
 
 namespace netxml {
 namespace {
-
-bool hasName(const Schema_ElementDecl& decl, const Subject& subject) noexcept
-{
-    return sameText(decl.name, subject.name()) &&
-           namespaceMatches(subject.namespaceName, decl.namespaceName, nullptr);
-}
 
 bool standsFor(const Schema_ElementDecl& decl, const Schema_ElementDecl& head) noexcept
 {
@@ -19,22 +13,13 @@ bool standsFor(const Schema_ElementDecl& decl, const Schema_ElementDecl& head) n
            sameText(decl.substitutionGroupNamespace, head.namespaceName);
 }
 
-template <class Test>
-const Schema_ElementDecl* firstElement(const Schema_Root& root, Test test) noexcept
-{
-    for (std::uint32_t i = 0; i < root.elements.count; ++i) {
-        const auto* decl = static_cast<const Schema_ElementDecl*>(root.elements.items[i]);
-        if (decl && test(*decl)) return decl;
-    }
-    return nullptr;
-}
-
 }  // namespace
 
 const Schema_ElementDecl* ElementMatch::search(const Subject& subject) const noexcept
 {
-    return firstElement(
-        root_, [&](const Schema_ElementDecl& decl) noexcept { return hasName(decl, subject); });
+    return firstDeclaration<Schema_ElementDecl>(root_.elements, [&](const auto& decl) noexcept {
+        return isCalled(decl, subject.name(), subject.namespaceName);
+    });
 }
 
 const Schema_ElementDecl* ElementMatch::topLevel(const Subject& subject) noexcept
@@ -49,25 +34,31 @@ const Schema_ElementDecl* ElementMatch::topLevel(const Subject& subject) noexcep
 const Schema_ElementDecl* ElementMatch::substitute(const Schema_ElementDecl& head,
                                                    const Subject& subject) const noexcept
 {
-    return firstElement(root_, [&](const Schema_ElementDecl& decl) noexcept {
-        return standsFor(decl, head) && hasName(decl, subject);
+    return firstDeclaration<Schema_ElementDecl>(root_.elements, [&](const auto& decl) noexcept {
+        return standsFor(decl, head) && isCalled(decl, subject.name(), subject.namespaceName);
     });
 }
 
-// A reference is global, so its namespace counts; else the form says whether it does.
 bool ElementMatch::matches(const Schema_ElementDecl& particle, const Schema_ElementDecl& final,
                            const Subject& subject) noexcept
 {
-    if (final.abstract == 1) {
-        const Schema_ElementDecl* found = topLevel(subject);
-        return found && standsFor(*found, final);
-    }
-    if (!sameText(final.name, subject.name())) return false;
-    const Schema_Form form =
-        final.form == SCHEMA_FORM_DEFAULT ? root_.elementFormDefault : final.form;
-    const bool qualified = particle.ref || form == SCHEMA_FORM_QUALIFIED;
-    return namespaceMatches(subject.namespaceName, qualified ? final.namespaceName : nullptr,
-                            nullptr);
+    if (final.abstract == 1) return isSubstitute(final, subject);
+    return sameText(final.name, subject.name()) &&
+           namespaceMatches(subject.namespaceName,
+                            expectedNamespace(particle, final, root_.elementFormDefault), nullptr);
+}
+
+bool ElementMatch::matchesGlobally(const Schema_ElementDecl& final, const Subject& subject) noexcept
+{
+    if (final.abstract == 1) return isSubstitute(final, subject);
+    return isCalled(final, subject.name(), subject.namespaceName);
+}
+
+// The first top-level element of the subject's name decides.
+bool ElementMatch::isSubstitute(const Schema_ElementDecl& head, const Subject& subject) noexcept
+{
+    const Schema_ElementDecl* found = topLevel(subject);
+    return found && standsFor(*found, head);
 }
 
 bool ElementMatch::matches(const Schema_Wildcard& wildcard, const Subject& subject,

@@ -25,6 +25,9 @@ public:
     bool matches(const Schema_ElementDecl& particle, const Schema_ElementDecl& final,
                  const Subject& subject) noexcept;
 
+    // The same without the form rule, as the document element is matched.
+    bool matchesGlobally(const Schema_ElementDecl& final, const Subject& subject) noexcept;
+
     // Whether the subject matches a wildcard. `found` becomes its top-level declaration, or nullptr
     // when there is none or none is asked for.
     bool matches(const Schema_Wildcard& wildcard, const Subject& subject,
@@ -38,6 +41,7 @@ private:
     };
     static constexpr std::size_t kAnswers = 32;
 
+    bool isSubstitute(const Schema_ElementDecl& head, const Subject& subject) noexcept;
     const Schema_ElementDecl* search(const Subject& subject) const noexcept;
 
     const Schema_Root& root_;

@@ -1,6 +1,6 @@
 #include "schema/validate/first_set.hpp"
 
-#include "schema/validate/reference.hpp"
+#include "schema/validate/declaration.hpp"
 
 #include <cstdint>
 
@@ -9,14 +9,20 @@ namespace netxml {
 std::uint32_t FirstSets::pick(const Schema_ModelGroup& group, const Subject& subject) noexcept
 {
     if (!subject) return kNone;
+    ++search_;
+    return answer(group, subject);
+}
+
+std::uint32_t FirstSets::answer(const Schema_ModelGroup& group, const Subject& subject) noexcept
+{
     const std::size_t place = reinterpret_cast<std::uintptr_t>(&group) >> 3;
-    Answer& answer = answers_[(place ^ subject.hash) % kAnswers];
-    if (answer.group != &group || !sameText(answer.name, subject.name()) ||
-        !sameText(answer.namespaceName, subject.namespaceName)) {
+    Answer& kept = answers_[(place ^ subject.hash) % kAnswers];
+    if (kept.group != &group || !sameText(kept.name, subject.name()) ||
+        !sameText(kept.namespaceName, subject.namespaceName)) {
         const std::uint32_t picked = search(group, subject);
-        answer = Answer{&group, subject.name(), subject.namespaceName, picked};
+        kept = Answer{&group, subject.name(), subject.namespaceName, picked};
     }
-    return answer.picked;
+    return kept.picked;
 }
 
 bool FirstSets::canStart(const Schema_ModelGroup& group, const Subject& subject) noexcept
@@ -24,11 +30,17 @@ bool FirstSets::canStart(const Schema_ModelGroup& group, const Subject& subject)
     return group.compositor != SCHEMA_COMPOSITOR_ALL && pick(group, subject) != kNone;
 }
 
-// Calls itself through pick(), six levels deep at most: no group that is deeper is asked about.
+// Calls itself through answer(), six levels deep at most: no group that is deeper is asked about.
 bool FirstSets::canStart(const Schema_Object& particle, const Subject& subject) noexcept
 {
-    if (particle.kind == SCHEMA_KIND_MODEL_GROUP)
-        return canStart(*static_cast<const Schema_ModelGroup*>(particle.def), subject);
+    if (particle.kind == SCHEMA_KIND_MODEL_GROUP) {
+        const auto& group = *static_cast<const Schema_ModelGroup*>(particle.def);
+        std::uint64_t& refusedIn = facts_.refusedIn(group);
+        if (group.compositor == SCHEMA_COMPOSITOR_ALL || refusedIn == search_) return false;
+        const bool can = answer(group, subject) != kNone;
+        if (!can) refusedIn = search_;
+        return can;
+    }
     if (particle.kind == SCHEMA_KIND_WILDCARD) {
         const Schema_ElementDecl* found = nullptr;
         return elements_.matches(*static_cast<const Schema_Wildcard*>(particle.def), subject,

@@ -9,7 +9,8 @@
 namespace netxml {
 
 // The groups asked about must not be broken (GroupFacts). Answers depend on the group and on the
-// element's name and namespace; the latest ones are kept.
+// element's name and namespace; the latest ones are kept. Within one search a group that lies in
+// several others is searched once.
 class FirstSets {
 public:
     static constexpr std::uint32_t kNone = UINT32_MAX;
@@ -36,11 +37,13 @@ private:
     static constexpr std::size_t kAnswers = 64;
 
     bool canStart(const Schema_Object& particle, const Subject& subject) noexcept;
+    std::uint32_t answer(const Schema_ModelGroup& group, const Subject& subject) noexcept;
     std::uint32_t search(const Schema_ModelGroup& group, const Subject& subject) noexcept;
 
     ElementMatch& elements_;
     GroupFactsTable& facts_;
     Answer answers_[kAnswers] = {};
+    std::uint64_t search_ = 0;  // the number of the latest one
 };
 
 }  // namespace netxml

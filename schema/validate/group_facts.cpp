@@ -1,6 +1,6 @@
 #include "schema/validate/group_facts.hpp"
 
-#include "schema/validate/reference.hpp"
+#include "schema/validate/declaration.hpp"
 
 #include <algorithm>
 #include <cstdint>
@@ -9,13 +9,6 @@ namespace netxml {
 namespace {
 
 constexpr GroupFacts kBroken{0, 0, false};
-
-std::size_t indexOf(const Schema_ModelGroup& group, std::size_t size) noexcept
-{
-    return static_cast<std::size_t>(
-        (reinterpret_cast<std::uintptr_t>(&group) * std::uint64_t{0x9E3779B97F4A7C15u} >> 32) %
-        size);
-}
 
 bool isKnown(Schema_Compositor compositor) noexcept
 {
@@ -49,13 +42,16 @@ bool GroupFactsTable::isEmptiable(const Schema_Object& particle) noexcept
 // `levels` is how many groups may still lie in one another from here on.
 GroupFacts GroupFactsTable::find(const Schema_ModelGroup& group, unsigned levels) noexcept
 {
-    Entry& entry = entries_[indexOf(group, kEntries)];
-    if (entry.group != &group) {
+    const Entry* known = entries_.find(&group);
+    if (!known) {
         const GroupFacts facts = levels == 0 ? kBroken : examine(group, levels);
         if (facts.height == 0) return kBroken;  // not kept: it may only lie too deep here
-        entry = Entry{&group, facts};
+        Entry* entry = entries_.add(&group);
+        if (!entry) return kBroken;
+        entry->facts = facts;
+        known = entry;
     }
-    return entry.facts.height <= levels ? entry.facts : kBroken;
+    return known->facts.height <= levels ? known->facts : kBroken;
 }
 
 // Calls itself through find(), six levels deep at most.
@@ -63,7 +59,7 @@ GroupFacts GroupFactsTable::examine(const Schema_ModelGroup& group, unsigned lev
 {
     if (!isKnown(group.compositor) || (group.particleCount != 0 && !group.particles))
         return kBroken;
-    unsigned required = 0;
+    std::uint32_t required = 0;
     unsigned height = 1;
     for (std::uint32_t i = 0; i < group.particleCount; ++i) {
         const Schema_Object& particle = group.particles[i];
@@ -79,13 +75,13 @@ GroupFacts GroupFactsTable::examine(const Schema_ModelGroup& group, unsigned lev
             if (!isSound(particle, group.compositor)) return kBroken;
             emptiable = minOccursOf(particle) == 0;
         }
-        if (!emptiable && required < group.particleCount) ++required;
+        if (!emptiable) ++required;
     }
     const bool oneSuffices = group.compositor == SCHEMA_COMPOSITOR_CHOICE;
     const bool emptiable =
         group.minOccurs == 0 || (oneSuffices ? required < group.particleCount : required == 0);
-    return {static_cast<std::uint8_t>(height), static_cast<std::uint8_t>(std::min(required, 2u)),
-            emptiable};
+    return {static_cast<std::uint8_t>(height),
+            static_cast<std::uint8_t>(std::min<std::uint32_t>(required, 2)), emptiable};
 }
 
 }  // namespace netxml

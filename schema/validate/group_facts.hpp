@@ -2,9 +2,7 @@
 #pragma once
 
 #include "netxml/schema.h"
-
-#include <cstddef>
-#include <cstdint>
+#include "support/pointer_map.hpp"
 
 namespace netxml {
 
@@ -17,27 +15,35 @@ struct GroupFacts {
     bool emptiable;         // it can match nothing
 };
 
-// Keeps the latest facts of a few dozen groups; those of others are found out again.
+// What is known of the groups that a run has met.
 class GroupFactsTable {
 public:
     // A group is broken when it, or one in it, has an unknown compositor, a particle that is none,
-    // or references in a circle, or when more than kMostGroups lie one in another.
+    // or references in a circle, when more than kMostGroups lie one in another, or when memory runs
+    // out.
     GroupFacts of(const Schema_ModelGroup& group) noexcept { return find(group, kMostGroups); }
 
     // Of a particle of a group that is not broken.
     bool isEmptiable(const Schema_Object& particle) noexcept;
 
+    // Of a group that was asked for and is not broken: the latest search in which an element turned
+    // out not to begin it, to be kept by whoever searches.
+    std::uint64_t& refusedIn(const Schema_ModelGroup& group) noexcept
+    {
+        return entries_.find(&group)->refusedIn;
+    }
+
 private:
     struct Entry {
-        const Schema_ModelGroup* group;
+        std::uint64_t refusedIn;
         GroupFacts facts;
     };
-    static constexpr std::size_t kEntries = 64;
+    static constexpr std::size_t kInline = 128;
 
     GroupFacts find(const Schema_ModelGroup& group, unsigned levels) noexcept;
     GroupFacts examine(const Schema_ModelGroup& group, unsigned levels) noexcept;
 
-    Entry entries_[kEntries] = {};
+    PointerMap<Entry, kInline> entries_;
 };
 
 }  // namespace netxml

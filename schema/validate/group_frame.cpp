@@ -11,6 +11,16 @@ bool blocks(const GroupFrame& frame) noexcept
     return frame.group->compositor == SCHEMA_COMPOSITOR_SEQUENCE && !frame.othersEmptiable;
 }
 
+// What repetitions of the running particle add in a pass of a sequence where nothing must come: one
+// of them may be the repetition that an earlier particle of the pass has begun.
+Repetitions inPass(const GroupFrame& frame, Repetitions repetitions) noexcept
+{
+    const bool shared = frame.group->compositor == SCHEMA_COMPOSITOR_SEQUENCE &&
+                        frame.facts.required == 0 && frame.passCounted;
+    if (shared && repetitions.low > 0) --repetitions.low;
+    return repetitions;
+}
+
 // What a range of repetitions of a group means in repetitions of the enclosing one.
 Repetitions outward(Repetitions count, const Schema_ModelGroup& group) noexcept
 {
@@ -37,15 +47,17 @@ std::uint32_t lastBound(const GroupFrame& frame, std::uint64_t low) noexcept
 
 void addRepetitions(GroupFrame& frame, Repetitions repetitions) noexcept
 {
-    if (frame.group->compositor == SCHEMA_COMPOSITOR_SEQUENCE) {
-        if (!frame.othersEmptiable) return;
-        if (frame.facts.required == 0) {
-            if (frame.passCounted && repetitions.low > 0) --repetitions.low;
-            if (repetitions.high > 0) frame.passCounted = true;
-        }
-    }
+    if (blocks(frame)) return;
+    repetitions = inPass(frame, repetitions);
+    if (repetitions.high > 0) frame.passCounted = true;
     frame.count.low += repetitions.low;
     frame.count.high += repetitions.high;
+}
+
+void endPass(GroupFrame& frame) noexcept
+{
+    frame.count.low = std::max(frame.count.low, frame.passStart.low + 1);
+    frame.count.high = std::max(frame.count.high, frame.passStart.high + 1);
 }
 
 void handOn(const GroupFrame& frame) noexcept
@@ -66,7 +78,7 @@ bool isComplete(const GroupFrame& innermost) noexcept
         if (blocks(outer)) break;
         const bool exact = isMultiple(count.low, group.minOccurs, group.maxOccurs) &&
                            isMultiple(count.high, group.minOccurs, group.maxOccurs);
-        const Repetitions added = outward(count, group);
+        const Repetitions added = inPass(outer, outward(count, group));
         count = {added.low + outer.count.low, added.high + outer.count.high};
         if (count.low < outer.group->minOccurs) return false;
         if (!outer.outer || blocks(*outer.outer)) {

@@ -23,6 +23,7 @@ struct GroupFrame {
     ChunkStack::Mark memory;
     const Schema_ModelGroup* group;
     Repetitions count;            // how many repetitions there were, at least and at most
+    Repetitions passStart;        // of a sequence: the same when the pass began
     const XML_DOM_Node* started;  // the current child when the pass or particle began
     std::uint8_t* seen;           // of an all group: 0, 1, or 2 for more, of each particle
     std::uint32_t particle;       // the index of the one that runs
@@ -39,6 +40,10 @@ struct GroupFrame {
 // - in a sequence with one particle that must come, for that one only;
 // - with more, nothing: each full pass is one repetition.
 void addRepetitions(GroupFrame& frame, Repetitions repetitions) noexcept;
+
+// Ends a pass of a sequence that has taken a child, or that was full: it is one repetition at
+// least.
+void endPass(GroupFrame& frame) noexcept;
 
 // Hands the repetitions of a group that has ended on to the enclosing group, if that can repeat by
 // this group alone.

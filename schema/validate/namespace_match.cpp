@@ -14,7 +14,7 @@ bool isListed(const char* name, const char* list) noexcept
     for (;;) {
         const char* space = std::strchr(list, ' ');
         const std::size_t item = space ? static_cast<std::size_t>(space - list) : std::strlen(list);
-        if (item == size && std::memcmp(list, name, size) == 0) return true;
+        if (item != 0 && item == size && std::memcmp(list, name, size) == 0) return true;
         if (!space) return false;
         list = space + 1;
     }

@@ -13,11 +13,11 @@ namespace {
 using Outcome = SimpleValue::Outcome;
 
 // The marks of types while a value is checked: being asked, or how it went.
-constexpr std::uint8_t kAsked = 3;
+constexpr unsigned kAsked = 3;
 
-constexpr std::uint8_t markOf(Outcome outcome) noexcept
+constexpr unsigned markOf(Outcome outcome) noexcept
 {
-    return static_cast<std::uint8_t>(outcome);
+    return static_cast<unsigned>(outcome);
 }
 
 bool isUnion(const Schema_SimpleType& type) noexcept
@@ -38,6 +38,7 @@ Outcome SimpleValue::check(const Schema_SimpleType& type, const char* value) noe
 {
     value = orEmpty(value);
     const ChunkStack::Mark mark = memory_.mark();
+    marks_.beginWalk();
     Level* level = nullptr;
     Outcome outcome = descend(&type, value, level);
     while (level && outcome != Outcome::Broken) {
@@ -49,7 +50,6 @@ Outcome SimpleValue::check(const Schema_SimpleType& type, const char* value) noe
         }
     }
     memory_.release(mark);
-    marks_.clear();
     return outcome;
 }
 
@@ -63,11 +63,10 @@ Outcome SimpleValue::descend(const Schema_SimpleType* type, const char* value,
             !isUnion(*type) && (type->kind != SCHEMA_BUILTIN_NONE ||
                                 Schema_FoundZynBltInType(type->name, type->namespaceName));
         if (isLeaf) return checkLeaf(*type, value);
-        const std::uint8_t mark = marks_.get(type);
+        const unsigned mark = marks_.get(type);
         if (mark == kAsked) return Outcome::Broken;  // a circle
         if (mark != 0) return static_cast<Outcome>(mark);
-        if (!type->members || type->memberCount == 0 || !marks_.set(type, kAsked))
-            return Outcome::Broken;
+        if (!type->members || !marks_.set(type, kAsked)) return Outcome::Broken;
         auto* place = static_cast<Level*>(memory_.allocate(sizeof(Level)));
         if (!place) return Outcome::Broken;
         *place = Level{level, type, 1};
@@ -100,27 +99,27 @@ Outcome SimpleValue::finish(const Level& level, Outcome outcome, const char* val
     if (isUnion(type)) {
         if (outcome == Outcome::Invalid)
             formatTexts(detail_, sizeof detail_, "%s does not match any member of union", {value});
-    } else if (outcome == Outcome::Valid && !satisfies(type.facets, type.facetCount, value)) {
-        outcome = Outcome::Invalid;
+    } else if (outcome == Outcome::Valid) {
+        outcome = checkFacets(type.facets, type.facetCount, value);
     }
     return marks_.set(&type, markOf(outcome)) ? outcome : Outcome::Broken;
 }
 
-bool SimpleValue::satisfies(const Schema_Facet* facets, std::uint32_t count,
-                            const char* value) noexcept
+Outcome SimpleValue::checkFacets(const Schema_Facet* facets, std::uint32_t count,
+                                 const char* value) noexcept
 {
+    if (count != 0 && !facets) return Outcome::Broken;
     value = orEmpty(value);
-    if (!facets) count = 0;
     bool enumerated = false;
     bool matched = false;
     for (std::uint32_t i = 0; i < count; ++i) {
         const bool isEnumeration = facets[i].kind == SCHEMA_FACET_ENUMERATION;
         const bool holds = facetHolds(facets[i], value, sizeof detail_, detail_, &patterns_);
-        if (!holds && !isEnumeration) return false;
+        if (!holds && !isEnumeration) return Outcome::Invalid;
         enumerated |= isEnumeration;
         matched |= isEnumeration && holds;
     }
-    return !enumerated || matched;
+    return !enumerated || matched ? Outcome::Valid : Outcome::Invalid;
 }
 
 bool SimpleValue::equals(const char* value, const char* fixed) noexcept

@@ -5,7 +5,7 @@
 #include "schema/types/pattern.hpp"
 #include "schema/validate/verdict.hpp"
 #include "support/chunk_stack.hpp"
-#include "support/pointer_marks.hpp"
+#include "support/walk_marks.hpp"
 
 #include <cstdint>
 
@@ -23,8 +23,9 @@ public:
     Outcome check(const Schema_SimpleType& type, const char* value) noexcept;
 
     // Whether the value satisfies a list of facets: each of them, and one of the enumerations if
-    // there are any.
-    bool satisfies(const Schema_Facet* facets, std::uint32_t count, const char* value) noexcept;
+    // there are any. Broken when there are none where some should be.
+    Outcome checkFacets(const Schema_Facet* facets, std::uint32_t count,
+                        const char* value) noexcept;
 
     // Whether the value is the one that is asked for.
     bool equals(const char* value, const char* fixed) noexcept;
@@ -47,7 +48,7 @@ private:
 
     ChunkStack& memory_;
     PatternCache patterns_;
-    PointerMarks marks_;
+    WalkMarks<64> marks_;
     char detail_[kDetailSize] = {};
 };
 

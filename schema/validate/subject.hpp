@@ -15,7 +15,7 @@ struct Subject {
     std::uint32_t hash;            // of name and namespace
 
     explicit operator bool() const noexcept { return node != nullptr; }
-    const char* name() const noexcept { return node->name; }
+    const char* name() const noexcept { return orEmpty(node->name); }
 };
 
 // An element whose parent's default namespace is known. Namespaces are handed down so: looking each

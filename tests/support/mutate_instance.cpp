@@ -43,7 +43,7 @@ void InstanceMaker::mutateChildren(InstanceNode& parent)
     if (children.empty()) return children.push_back(stranger());
     const std::size_t at = random_.below(children.size());
     const auto place = children.begin() + static_cast<std::ptrdiff_t>(at);
-    switch (random_.weighted({25, 25, 25, 15, 5, 5, 10})) {
+    switch (random_.weighted({20, 20, 20, 15, 5, 10, 30})) {
     case 0: children.erase(place); break;
     case 1: children.insert(place, InstanceNode{children[at]}); break;
     case 2: std::swap(children[at], random_.anyOf(children)); break;

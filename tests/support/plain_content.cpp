@@ -185,10 +185,14 @@ void Content::runSequence(const Schema_ModelGroup& group)
     stack_.pop_back();
 }
 
-// Runs every particle of the innermost frame's sequence once.
+// Runs every particle of the innermost frame's sequence once. A pass that takes a child is at least
+// one repetition, whatever its particles have added.
 void Content::runPass(const Schema_ModelGroup& group)
 {
     const std::size_t at = stack_.size() - 1;
+    const XML_DOM_Node* before = child_;
+    const auto low = stack_[at].low;
+    const auto high = stack_[at].high;
     stack_[at].required = 0;
     stack_[at].added = false;
     for (uint32_t i = 0; i < group.particleCount; ++i)
@@ -198,9 +202,9 @@ void Content::runPass(const Schema_ModelGroup& group)
         stack_[at].othersOptional = othersEmptiable(stack_, at);
         runParticle(group.particles[i], stack_[at].othersOptional);
     }
-    if (stack_[at].required < 2) return;
-    ++stack_[at].low;
-    ++stack_[at].high;
+    if (stack_[at].required < 2 && child_ == before) return;
+    stack_[at].low = std::max(stack_[at].low, low + 1);
+    stack_[at].high = std::max(stack_[at].high, high + 1);
 }
 
 void Content::runAll(const Schema_ModelGroup& group)

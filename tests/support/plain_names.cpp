@@ -73,6 +73,11 @@ const Schema_ElementDecl* Names::findElement(const XML_DOM_Node* element) const
     return nullptr;
 }
 
+bool Names::isCalled(const XML_DOM_Node* element, const Schema_ElementDecl& decl) const
+{
+    return matchesTop(element, decl);
+}
+
 const Schema_AttributeDecl* Names::findAttribute(const char* name, const char* nameSpace) const
 {
     for (const void* item : itemsOf(root_.attributes)) {

@@ -120,8 +120,11 @@ bool Content::complete(const Stack& stack) const
                 (most == 0 ? inner.low == 0 && inner.high == 0
                            : multiple(inner.low, most) && multiple(inner.high, most));
 
-        const Estimates handed = estimate(inner);
+        Estimates handed = estimate(inner);
         Frame outer = stack[at];
+        if (outer.group->compositor == SCHEMA_COMPOSITOR_SEQUENCE && outer.required == 0 &&
+            outer.added && handed.fewest > 0)
+            --handed.fewest;
         outer.low += handed.fewest;
         outer.high += handed.most;
         if (outer.group->minOccurs > outer.low) return false;

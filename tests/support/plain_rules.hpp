@@ -52,6 +52,8 @@ public:
     const Schema_ElementDecl* findSubstitute(const XML_DOM_Node* element,
                                              const Schema_ElementDecl& head) const;
     // Whether the first top-level element that `element` matches names `head`.
+    // By the name and namespace of a global declaration, whatever its form.
+    bool isCalled(const XML_DOM_Node* element, const Schema_ElementDecl& decl) const;
     bool standsFor(const XML_DOM_Node* element, const Schema_ElementDecl& head) const;
     bool matches(const XML_DOM_Node* element, const Schema_ElementDecl& particle) const;
     bool accepts(const Schema_Wildcard& wildcard, const XML_DOM_Node* element) const;

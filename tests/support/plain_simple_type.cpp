@@ -30,7 +30,7 @@ bool Values::check(const Schema_SimpleType* type, const char* value)
         return Schema_CheckBaseType(type, value, sizeof detail_, detail_) == 1;
     if (const Schema_ExtType* entry = Schema_FoundZynBltInType(type->name, type->namespaceName))
         return Schema_checkZynBltInType(entry, value, sizeof detail_, detail_) == 1;
-    if (type->memberCount == 0 || !type->members) throw BrokenSchema{};
+    if (!type->members) throw BrokenSchema{};
     return check(type->members[0], value) && checkFacets(type->facets, type->facetCount, value);
 }
 

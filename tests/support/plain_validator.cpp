@@ -108,9 +108,12 @@ void Run::document(const XML_DOM_Node* element)
     const uint32_t most = unbounded ? 1 : top->maxOccurs;
 
     const Schema_ElementDecl* decl = follow(top).decl;
-    if (decl->abstract == 1 && !names_.standsFor(element, *decl)) {
-        if (least > 0) fail(SCHEMA_ERROR_ELEMENT_UNEXPECTED, element);
-        return;
+    const bool matched =
+        decl->abstract == 1 ? names_.standsFor(element, *decl) : names_.isCalled(element, *decl);
+    if (!matched) {
+        if (least == 0) return;
+        if (decl->abstract == 1) fail(SCHEMA_ERROR_ELEMENT_UNEXPECTED, element);
+        failElement(SCHEMA_ERROR_ELEMENT_EXPECTED, nullptr, decl->name, decl->namespaceName);
     }
     checkElement(element, decl);
     if (least > 1 || most < 1) failElement(SCHEMA_ERROR_OCCURRENCES, nullptr, decl->name);

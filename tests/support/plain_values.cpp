@@ -139,10 +139,11 @@ int partOf(char letter, bool inTime)
     }
 }
 
+// Reads the numbers of a text, each for the letter behind it. Nothing is asked of its shape.
 bool readDuration(const std::string& value, PlainDuration& duration)
 {
     duration = {};
-    if (!plainMatches(kDurationPattern, value)) return false;
+    if (value.empty() || value[0] != 'P') return false;
     PlainDuration read{};
     bool inTime = false;
     std::string run;
@@ -155,7 +156,8 @@ bool readDuration(const std::string& value, PlainDuration& duration)
             run += c;
             continue;
         }
-        const unsigned long number = std::strtoul(run.c_str(), nullptr, 10);
+        const bool isNumber = !run.empty() && run[0] >= '0' && run[0] <= '9';
+        const unsigned long number = isNumber ? std::strtoul(run.c_str(), nullptr, 10) : 0;
         if (number > 65535) return false;
         read.parts[partOf(c, inTime)] = static_cast<uint16_t>(number);
         run.clear();
@@ -307,7 +309,7 @@ bool plainBuiltin(uint32_t kind, const std::string& value)
     if (kind >= 3 && kind <= 15) return integer(kind, value);
     PlainDuration duration;
     Schema_DateTimeValue dateTime;
-    if (kind == 19) return readDuration(value, duration);
+    if (kind == 19) return plainMatches(kDurationPattern, value) && readDuration(value, duration);
     if (kind >= 20 && kind <= 27) return readDateTime(kind, value, dateTime);
     const auto codes = plainLanguageCodes();
     switch (kind) {
