@@ -11,14 +11,16 @@ bool blocks(const GroupFrame& frame) noexcept
     return frame.group->compositor == SCHEMA_COMPOSITOR_SEQUENCE && !frame.othersEmptiable;
 }
 
-// What repetitions of the running particle add in a pass of a sequence where nothing must come: one
-// of them may be the repetition that an earlier particle of the pass has begun.
-Repetitions inPass(const GroupFrame& frame, Repetitions repetitions) noexcept
+// The count of a frame with repetitions of its running particle added. In a pass of a sequence
+// where nothing must come, one of them may be the repetition that an earlier particle of the pass
+// has begun; and what a pass has taken is one repetition at least.
+Repetitions counted(const GroupFrame& frame, Repetitions added) noexcept
 {
-    const bool shared = frame.group->compositor == SCHEMA_COMPOSITOR_SEQUENCE &&
-                        frame.facts.required == 0 && frame.passCounted;
-    if (shared && repetitions.low > 0) --repetitions.low;
-    return repetitions;
+    if (frame.group->compositor != SCHEMA_COMPOSITOR_SEQUENCE)
+        return {frame.count.low + added.low, frame.count.high + added.high};
+    if (frame.facts.required == 0 && frame.passCounted && added.low > 0) --added.low;
+    const std::uint64_t least = added.high > 0 ? frame.passStart.low + 1 : 0;
+    return {std::max(frame.count.low + added.low, least), frame.count.high + added.high};
 }
 
 // What a range of repetitions of a group means in repetitions of the enclosing one.
@@ -48,10 +50,8 @@ std::uint32_t lastBound(const GroupFrame& frame, std::uint64_t low) noexcept
 void addRepetitions(GroupFrame& frame, Repetitions repetitions) noexcept
 {
     if (blocks(frame)) return;
-    repetitions = inPass(frame, repetitions);
+    frame.count = counted(frame, repetitions);
     if (repetitions.high > 0) frame.passCounted = true;
-    frame.count.low += repetitions.low;
-    frame.count.high += repetitions.high;
 }
 
 void endPass(GroupFrame& frame) noexcept
@@ -78,8 +78,7 @@ bool isComplete(const GroupFrame& innermost) noexcept
         if (blocks(outer)) break;
         const bool exact = isMultiple(count.low, group.minOccurs, group.maxOccurs) &&
                            isMultiple(count.high, group.minOccurs, group.maxOccurs);
-        const Repetitions added = inPass(outer, outward(count, group));
-        count = {added.low + outer.count.low, added.high + outer.count.high};
+        count = counted(outer, outward(count, group));
         if (count.low < outer.group->minOccurs) return false;
         if (!outer.outer || blocks(*outer.outer)) {
             if (count.low == lastBound(outer, count.low)) return exact;

@@ -94,6 +94,41 @@ TEST(ValidateXml, AnElementOfATreeIsCheckedAlone)
     XML_DOM_DelNode(tree);
 }
 
+TEST(ValidateXml, ADocumentElementIsWhatItsReferenceLeadsTo)
+{
+    SchemaKit kit;
+    Schema_ElementDecl* target = kit.element("b");
+    target->namespaceName = "urn:b";
+    Schema_ElementDecl* named = kit.element("a");
+    named->ref = target;
+    kit.add(named);
+    Schema_ElementDecl* same = kit.element("b");
+    same->namespaceName = "urn:b";
+    same->ref = target;
+    kit.add(same);
+    EXPECT_EQ(kit.sentence("<a/>"), "Expecting element 'urn:b':'b' under element ''.");
+    EXPECT_EQ(kit.sentence("<b xmlns='urn:b'/>"), "valid");
+}
+
+// A tree may hold nodes that the parser never makes.
+TEST(ValidateXml, ToleratesElementsWithoutANameAndOtherNodes)
+{
+    SchemaKit kit;
+    kit.add(kit.element("r", kit.complexType(kit.model("(#*)"))));
+    XML_DOM_Node* root = XML_DOM_CreateElementNode("r");
+    XML_DOM_Node* unnamed = XML_DOM_CreateTextualNodeInner(1, "x", XML_DOM_NODE_ELEMENT);
+    XML_DOM_Node* other = XML_DOM_CreateTextualNodeInner(1, "x", 7);
+    ASSERT_TRUE(unnamed && other);
+    ASSERT_EQ(XML_DOM_AddChildNode(root, unnamed), XML_RET_OK);
+    ASSERT_EQ(XML_DOM_AddChildNode(root, other), XML_RET_OK);
+    Schema_ValidateResult result;
+    EXPECT_EQ(Schema_ValidateXml(root, &kit.root(), &result), XML_RET_OK);
+    EXPECT_EQ(result.code, SCHEMA_VALID) << "neither is text";
+    EXPECT_EQ(Schema_ValidateXml(unnamed, &kit.root(), &result), XML_RET_OK);
+    EXPECT_EQ(result.code, SCHEMA_ERROR_DOCUMENT_ELEMENT);
+    XML_DOM_DelNode(root);
+}
+
 TEST(ValidateXml, ElementsOfASimpleType)
 {
     SchemaKit kit;

@@ -132,8 +132,21 @@ TEST_F(SimpleType, KindsWithoutARuleRefuseAndUnknownOnesFail)
     }
 }
 
+TEST_F(SimpleType, TheBaseCountsAlsoWithoutACount)
+{
+    Schema_SimpleType* type = restrict(builtin(Schema_BLDIN_int()),
+                                       {{"10", SCHEMA_FACET_MAX_INCLUSIVE, SCHEMA_BUILTIN_INT}});
+    type->memberCount = 0;
+    EXPECT_EQ(check(type, "10"), "valid");
+    EXPECT_EQ(check(type, "11"), "The value must be less than or equal to 10.");
+}
+
 TEST_F(SimpleType, BrokenOnesAreNoVerdict)
 {
+    Schema_SimpleType* noFacets = restrict(builtin(Schema_BLDIN_int()), {});
+    noFacets->facets = nullptr;
+    noFacets->facetCount = 1;
+    EXPECT_EQ(check(noFacets, "1"), "failed");
     Schema_SimpleType* noBase = kit.make<Schema_SimpleType>();
     EXPECT_EQ(check(noBase, "x"), "failed");
     EXPECT_EQ(check(makeType({nullptr}), "x"), "failed");

@@ -137,6 +137,8 @@ TEST(Split, WithoutArgumentsThereIsNoItem)
     Schema_SplitCtx context{};
     char buffer[8] = "";
     EXPECT_EQ(Schema_GetFirstSplitStr(nullptr, ",", sizeof buffer, buffer, &context), nullptr);
+    EXPECT_STREQ(buffer, "") << "the buffer is set all the same";
+    EXPECT_EQ(Schema_GetNextSplitStr(&context), nullptr) << "and the context is filled";
     EXPECT_EQ(Schema_GetFirstSplitStr("a", nullptr, sizeof buffer, buffer, &context), nullptr);
     EXPECT_EQ(Schema_GetFirstSplitStr("a", ",", sizeof buffer, nullptr, &context), nullptr);
     EXPECT_EQ(Schema_GetFirstSplitStr("a", ",", sizeof buffer, buffer, nullptr), nullptr);

@@ -123,6 +123,32 @@ TEST(ValidationScale, WhatIsSharedIsAskedOnce)
     EXPECT_EQ(kit.validate("<g a='1'/>").code, SCHEMA_ERROR_ATTRIBUTE_UNEXPECTED);
 }
 
+// Six levels of choices, each holding the two groups of the next level many times: asked anew each
+// time it would be 64^5.
+TEST(ValidationScale, GroupsThatAreSharedAreAskedOnce)
+{
+    constexpr std::size_t kLevels = 6;
+    constexpr std::size_t kTimes = 64;
+    SchemaKit kit;
+    std::vector<Schema_ModelGroup> groups(kLevels * kTimes);  // every 64th one is used
+    Schema_ElementDecl* element = kit.element("z");
+    std::vector<std::vector<Schema_Object>> particles(kLevels);
+    for (std::size_t level = kLevels; level-- > 0;) {
+        for (std::size_t i = 0; i < kTimes; ++i) {
+            if (level + 1 == kLevels) particles[level].push_back({element, SCHEMA_KIND_ELEMENT});
+            else
+                particles[level].push_back(
+                    {&groups[(level + 1) * kTimes + i % 2], SCHEMA_KIND_MODEL_GROUP});
+        }
+        for (std::size_t i = 0; i < 2; ++i)
+            groups[level * kTimes + i] =
+                Schema_ModelGroup{particles[level].data(), 1, 1, kTimes, SCHEMA_COMPOSITOR_CHOICE};
+    }
+    kit.add(kit.element("r", kit.complexType(&groups[0])));
+    EXPECT_EQ(kit.validate("<r><z/></r>").code, SCHEMA_VALID);
+    EXPECT_EQ(kit.validate("<r><y/></r>").code, SCHEMA_ERROR_CHILDREN_MISSING);
+}
+
 TEST(ValidationScale, DeepSchemasOnASmallStack)
 {
     constexpr int kDeep = 100000;
@@ -256,6 +282,40 @@ TEST(ValidationMemory, AValidDocumentTakesNoneUnlessItIsLarge)
     EXPECT_GT(deep, 0u);
     EXPECT_LT(deep, 40u) << "pieces of 16 KiB for what is open";
     EXPECT_LE(allocationsFor(schema.kit, configuration(20, 0, 1000)), 20 * deep);
+}
+
+TEST(ValidationMemory, AWideSchemaIsLearntOnce)
+{
+    SchemaKit kit;
+    std::vector<const Schema_SimpleType*> members;
+    std::vector<const Schema_AttributeGroup*> groups;
+    for (int i = 0; i < 200; ++i) {
+        auto* member = kit.make<Schema_SimpleType>();
+        member->memberCount = 1;
+        member->members = kit.array<Schema_SimpleType>({static_cast<const Schema_SimpleType*>(
+            i == 199 ? Schema_BLDIN_string() : Schema_BLDIN_byte())});
+        members.push_back(member);
+        groups.push_back(kit.make<Schema_AttributeGroup>());
+    }
+    auto* type = kit.make<Schema_SimpleType>();
+    type->memberCount = 200;
+    type->members = kit.array<Schema_SimpleType>(members);
+    Schema_ModelGroup* list = kit.model("(a*)");
+    auto* item = const_cast<Schema_ElementDecl*>(
+        static_cast<const Schema_ElementDecl*>(list->particles->def));
+    auto* derivation = kit.make<Schema_Derivation>();
+    derivation->kind = SCHEMA_KIND_SIMPLE_EXTENSION;
+    derivation->base = type;
+    derivation->baseKind = SCHEMA_KIND_SIMPLE_TYPE;
+    Schema_ComplexType* complex = kit.complexType(nullptr);
+    complex->derivation = derivation;
+    complex->attributeGroupCount = 200;
+    complex->attributeGroups = kit.array<Schema_AttributeGroup>(groups);
+    item->type = complex;
+    kit.add(kit.element("r", kit.complexType(list)));
+    std::string document = "<r>";
+    for (int i = 0; i < 1000; ++i) document += "<a>word</a>";
+    EXPECT_LT(allocationsFor(kit, document + "</r>"), 10u) << "twice doubled, whatever comes";
 }
 
 TEST(ValidationMemory, EveryAllocationMayFail)

@@ -191,8 +191,8 @@ void Content::runPass(const Schema_ModelGroup& group)
 {
     const std::size_t at = stack_.size() - 1;
     const XML_DOM_Node* before = child_;
-    const auto low = stack_[at].low;
-    const auto high = stack_[at].high;
+    const uint32_t high = stack_[at].high;
+    stack_[at].passLow = stack_[at].low;
     stack_[at].required = 0;
     stack_[at].added = false;
     for (uint32_t i = 0; i < group.particleCount; ++i)
@@ -203,7 +203,7 @@ void Content::runPass(const Schema_ModelGroup& group)
         runParticle(group.particles[i], stack_[at].othersOptional);
     }
     if (stack_[at].required < 2 && child_ == before) return;
-    stack_[at].low = std::max(stack_[at].low, low + 1);
+    stack_[at].low = std::max(stack_[at].low, stack_[at].passLow + 1);
     stack_[at].high = std::max(stack_[at].high, high + 1);
 }
 

@@ -74,15 +74,21 @@ Content::Estimates Content::estimate(const Frame& frame)
 // behind the first that has matched may belong to the same repetition.
 void Content::add(Frame& frame, Estimates estimates)
 {
-    if (frame.group->compositor == SCHEMA_COMPOSITOR_SEQUENCE) {
-        if (!frame.othersOptional) return;
-        if (frame.required == 0) {
-            if (frame.added && estimates.fewest > 0) --estimates.fewest;
-            frame.added |= estimates.most != 0;
-        }
-    }
+    if (frame.group->compositor == SCHEMA_COMPOSITOR_SEQUENCE && !frame.othersOptional) return;
+    frame = grown(frame, estimates);
+    if (estimates.most != 0) frame.added = true;
+}
+
+// The frame with the counters that it would have. What a pass of a sequence has taken is at least
+// one repetition.
+Content::Frame Content::grown(Frame frame, Estimates estimates)
+{
+    const bool sequence = frame.group->compositor == SCHEMA_COMPOSITOR_SEQUENCE;
+    if (sequence && frame.required == 0 && frame.added && estimates.fewest > 0) --estimates.fewest;
     frame.low += estimates.fewest;
     frame.high += estimates.most;
+    if (sequence && estimates.most != 0 && frame.low == frame.passLow) ++frame.low;
+    return frame;
 }
 
 // Hands the innermost frame's repetitions on to the frame around it.
@@ -120,13 +126,7 @@ bool Content::complete(const Stack& stack) const
                 (most == 0 ? inner.low == 0 && inner.high == 0
                            : multiple(inner.low, most) && multiple(inner.high, most));
 
-        Estimates handed = estimate(inner);
-        Frame outer = stack[at];
-        if (outer.group->compositor == SCHEMA_COMPOSITOR_SEQUENCE && outer.required == 0 &&
-            outer.added && handed.fewest > 0)
-            --handed.fewest;
-        outer.low += handed.fewest;
-        outer.high += handed.most;
+        const Frame outer = grown(stack[at], estimate(inner));
         if (outer.group->minOccurs > outer.low) return false;
 
         const bool outermost = at == 0;

@@ -153,6 +153,7 @@ private:
         uint32_t required;    // of a sequence: the particles that are not emptiable
         bool othersOptional;  // of a sequence: every particle but the current one is emptiable
         bool added;           // of a sequence: a particle of this pass has added to `high`
+        uint32_t passLow;     // of a sequence: `low` when this pass began
     };
     using Stack = std::vector<Frame>;
     struct Estimates {
@@ -164,6 +165,7 @@ private:
     static Estimates estimate(uint32_t count, uint32_t least, uint32_t most);
     static Estimates estimate(const Frame& frame);
     static void add(Frame& frame, Estimates estimates);
+    static Frame grown(Frame frame, Estimates estimates);
 
     bool emptiable(const Schema_Object& particle, std::size_t level) const;
     bool emptiable(const Schema_ModelGroup& group, std::size_t level) const;
