@@ -135,7 +135,7 @@ TEST(Split, AnEmptyTextEmptiesTheBuffer)
 TEST(Split, WithoutArgumentsThereIsNoItem)
 {
     Schema_SplitCtx context{};
-    char buffer[8] = "";
+    char buffer[8] = "before";
     EXPECT_EQ(Schema_GetFirstSplitStr(nullptr, ",", sizeof buffer, buffer, &context), nullptr);
     EXPECT_STREQ(buffer, "") << "the buffer is set all the same";
     EXPECT_EQ(Schema_GetNextSplitStr(&context), nullptr) << "and the context is filled";
