@@ -63,20 +63,6 @@ void releaseIfEmpty(Schema_ObjectList& list) noexcept
 }  // namespace
 }  // namespace netxml
 
-uint64_t Schema_InitRoot(Schema_Root* root)
-{
-    if (!root) return XML_RET_FAIL;
-    *root = Schema_Root{};
-    root->attributeFormDefault = SCHEMA_FORM_UNQUALIFIED;
-    root->elementFormDefault = SCHEMA_FORM_QUALIFIED;
-    return SchemaReg_xml_schema_buildin(root);
-}
-
-void Schema_ExitRoot(Schema_Root* root)
-{
-    if (root) SchemaDereg_xml_schema_buildin(root);
-}
-
 uint32_t Schema_RegTopObject(Schema_Root* root, const Schema_Object* object)
 {
     Schema_ObjectList* list = netxml::listFor(root, object);
