@@ -1,5 +1,5 @@
 /* A program as users write it: C99, the public headers, the shared library. Builds a document by
-   hand, edits, copies and writes it, and parses it back. */
+   hand, edits, copies and writes it, parses it back, and validates an element. */
 #include <netxml/netxml.h>
 
 #include <stdio.h>
@@ -18,6 +18,32 @@ static void check(int ok, const char* what)
 static uint32_t toFile(void* context, const char* bytes, size_t length)
 {
     return fwrite(bytes, 1, length, (FILE*)context) == length ? XML_RET_OK : XML_RET_FAIL;
+}
+
+/* The schema that the header shows. */
+static void validate(void)
+{
+    static Schema_ElementDecl mtu;
+    Schema_Root root;
+    Schema_ValidateResult result;
+    char sentence[1024] = "";
+    XML_DOM_Node* node = XML_DOM_CreateElementWithText("mtu", "x");
+    const Schema_Object top = {&mtu, SCHEMA_KIND_ELEMENT};
+    mtu.name = "mtu";
+    mtu.type = Schema_BLDIN_unsignedShort();
+    mtu.typeKind = SCHEMA_KIND_SIMPLE_TYPE;
+    mtu.minOccurs = mtu.maxOccurs = 1;
+    check(Schema_InitRoot(&root) == XML_RET_OK, "init the schema");
+    check(Schema_RegTopObject(&root, &top) == XML_RET_OK, "register");
+    check(Schema_ValidateXml(node, &root, &result) == XML_RET_OK, "validate");
+    check(Schema_GetErrorDesc(&result, sizeof sentence, sentence) == XML_RET_OK, "describe");
+    check(strcmp(sentence, "The value of element '/mtu' is invalid. x is an invalid value of "
+                           "unsignedShort type value.") == 0,
+          sentence);
+    Schema_DeregTopObject(&root, &top);
+    Schema_ExitRoot(&root);
+    check(root.elements.items == NULL && root.simpleTypes.items == NULL, "nothing is left");
+    XML_DOM_DelNode(node);
 }
 
 int main(void)
@@ -71,5 +97,6 @@ int main(void)
     free(again);
     XML_DOM_DelNode(copy);
     XML_DOM_DelNode(root);
+    validate();
     return failures == 0 ? 0 : 1;
 }
