@@ -116,8 +116,8 @@ TEST(ValidateXml, ToleratesElementsWithoutANameAndOtherNodes)
     SchemaKit kit;
     kit.add(kit.element("r", kit.complexType(kit.model("(#*)"))));
     XML_DOM_Node* root = XML_DOM_CreateElementNode("r");
-    XML_DOM_Node* unnamed = XML_DOM_CreateTextualNodeInner(1, "x", XML_DOM_NODE_ELEMENT);
-    XML_DOM_Node* other = XML_DOM_CreateTextualNodeInner(1, "x", 7);
+    XML_DOM_Node* unnamed = XML_DOM_CreateTextualNodeInner(XML_DOM_NODE_ELEMENT, "x", 1);
+    XML_DOM_Node* other = XML_DOM_CreateTextualNodeInner(7, "x", 1);
     ASSERT_TRUE(unnamed && other);
     ASSERT_EQ(XML_DOM_AddChildNode(root, unnamed), XML_RET_OK);
     ASSERT_EQ(XML_DOM_AddChildNode(root, other), XML_RET_OK);
