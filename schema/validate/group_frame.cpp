@@ -62,8 +62,7 @@ void endPass(GroupFrame& frame) noexcept
 
 void handOn(const GroupFrame& frame) noexcept
 {
-    if (frame.outer && !blocks(*frame.outer))
-        addRepetitions(*frame.outer, outward(frame.count, *frame.group));
+    if (frame.outer) addRepetitions(*frame.outer, outward(frame.count, *frame.group));
 }
 
 // Goes outward level by level with the range of repetitions that the groups so far mean in the next

@@ -398,7 +398,7 @@ TEST(BuiltinValue, LongOnes)
 TEST(BuiltinValue, TheLocaleDoesNotMatter)
 {
     const std::string before = std::setlocale(LC_ALL, nullptr);
-    if (!std::setlocale(LC_ALL, "C.UTF-8")) GTEST_SKIP() << "no such locale here";
+    ASSERT_TRUE(std::setlocale(LC_ALL, "C.UTF-8")) << "part of every C library since 2022";
     checkAll(kSmallIntegers);
     checkAll(kLargeIntegers);
     checkAll(kDatesAndTimes);
