@@ -1,7 +1,7 @@
 // Checking elements by their declarations, one in another, without recursion.
 #pragma once
 
-#include "schema/validate/attribute_check.hpp"
+#include "schema/validate/attribute_rules.hpp"
 #include "schema/validate/content_matcher.hpp"
 
 #include <cstdint>
@@ -49,7 +49,7 @@ private:
     InlineChunkStack<kInlineMemory> memory_;
     ElementMatch elements_;
     SimpleValue values_;
-    AttributeCheck attributes_;
+    AttributeRules attributes_;
     ContentMatcher content_;
     OpenElement* innermost_ = nullptr;
 };

@@ -8,9 +8,9 @@
 
 namespace netxml {
 
-class AttributeCheck {
+class AttributeRules {
 public:
-    AttributeCheck(const Schema_Root& root, SimpleValue& values, ChunkStack& memory,
+    AttributeRules(const Schema_Root& root, SimpleValue& values, ChunkStack& memory,
                    Verdict& verdict) noexcept
         : root_{root}, values_{values}, memory_{memory}, verdict_{verdict}
     {

@@ -1,4 +1,4 @@
-#include "schema/validate/attribute_check.hpp"
+#include "schema/validate/attribute_rules.hpp"
 
 #include "schema/validate/declaration.hpp"
 #include "support/bounded.hpp"
@@ -35,7 +35,7 @@ const CommonAttribute* findCommon(const XML_DOM_Attr& attr) noexcept
 
 }  // namespace
 
-bool AttributeCheck::checkSimple(const XML_DOM_Node* element) noexcept
+bool AttributeRules::checkSimple(const XML_DOM_Node* element) noexcept
 {
     constexpr std::size_t kQuotedBytes = 20;
     for (const XML_DOM_Attr* attr = element->firstAttr; attr; attr = attr->next) {
@@ -49,7 +49,7 @@ bool AttributeCheck::checkSimple(const XML_DOM_Node* element) noexcept
     return true;
 }
 
-bool AttributeCheck::checkComplex(const XML_DOM_Node* element,
+bool AttributeRules::checkComplex(const XML_DOM_Node* element,
                                   const Schema_ComplexType& type) noexcept
 {
     AttributeSet set;
@@ -67,7 +67,7 @@ bool AttributeCheck::checkComplex(const XML_DOM_Node* element,
     return true;
 }
 
-bool AttributeCheck::applyScope(const XML_DOM_Node* element, AttributeSet& set,
+bool AttributeRules::applyScope(const XML_DOM_Node* element, AttributeSet& set,
                                 const AttributeScope& scope) noexcept
 {
     if (scope.count != 0 && !scope.uses) return verdict_.fail();
@@ -77,7 +77,7 @@ bool AttributeCheck::applyScope(const XML_DOM_Node* element, AttributeSet& set,
     return !scope.wildcard || applyWildcard(set, *scope.wildcard);
 }
 
-bool AttributeCheck::applyUse(const XML_DOM_Node* element, AttributeSet& set,
+bool AttributeRules::applyUse(const XML_DOM_Node* element, AttributeSet& set,
                               const Schema_AttributeDecl* use) noexcept
 {
     const Schema_AttributeDecl* final = use ? resolve(use) : nullptr;
@@ -90,7 +90,7 @@ bool AttributeCheck::applyUse(const XML_DOM_Node* element, AttributeSet& set,
 }
 
 // Takes what is pending and fits. A strict wildcard leaves what no top-level declaration knows.
-bool AttributeCheck::applyWildcard(AttributeSet& set,
+bool AttributeRules::applyWildcard(AttributeSet& set,
                                    const Schema_AttributeWildcard& wildcard) noexcept
 {
     for (AttributeSet::Item& item : set) {
@@ -111,7 +111,7 @@ bool AttributeCheck::applyWildcard(AttributeSet& set,
 }
 
 // The first top-level attribute of the item's name and namespace, or nullptr.
-const Schema_AttributeDecl* AttributeCheck::topLevel(const AttributeSet::Item& item) const noexcept
+const Schema_AttributeDecl* AttributeRules::topLevel(const AttributeSet::Item& item) const noexcept
 {
     return firstDeclaration<Schema_AttributeDecl>(root_.attributes, [&](const auto& decl) noexcept {
         return isCalled(decl, item.attr->name, item.namespaceName());
@@ -119,7 +119,7 @@ const Schema_AttributeDecl* AttributeCheck::topLevel(const AttributeSet::Item& i
 }
 
 // An attribute that stands, against its declaration. A fixed value is compared and not typed.
-bool AttributeCheck::apply(const XML_DOM_Attr& attr, const Schema_AttributeDecl& decl) noexcept
+bool AttributeRules::apply(const XML_DOM_Attr& attr, const Schema_AttributeDecl& decl) noexcept
 {
     if (decl.use == SCHEMA_USE_PROHIBITED) return unexpected(attr);
     if (decl.fixed == 1) return values_.equals(attr.value, decl.value) || invalid(attr);
@@ -133,7 +133,7 @@ bool AttributeCheck::apply(const XML_DOM_Attr& attr, const Schema_AttributeDecl&
 }
 
 // Names the declared namespace, also where the attribute has to stand without one.
-bool AttributeCheck::missing(const XML_DOM_Node* element, const Schema_AttributeDecl& decl) noexcept
+bool AttributeRules::missing(const XML_DOM_Node* element, const Schema_AttributeDecl& decl) noexcept
 {
     Schema_ValidateResult violation{};
     violation.code = SCHEMA_ERROR_ATTRIBUTE_MISSING;
@@ -143,7 +143,7 @@ bool AttributeCheck::missing(const XML_DOM_Node* element, const Schema_Attribute
     return verdict_.violate(violation);
 }
 
-bool AttributeCheck::unexpected(const XML_DOM_Attr& attr) noexcept
+bool AttributeRules::unexpected(const XML_DOM_Attr& attr) noexcept
 {
     Schema_ValidateResult violation{};
     violation.code = SCHEMA_ERROR_ATTRIBUTE_UNEXPECTED;
@@ -154,7 +154,7 @@ bool AttributeCheck::unexpected(const XML_DOM_Attr& attr) noexcept
     return verdict_.violate(violation);
 }
 
-bool AttributeCheck::invalid(const XML_DOM_Attr& attr) noexcept
+bool AttributeRules::invalid(const XML_DOM_Attr& attr) noexcept
 {
     Schema_ValidateResult violation{};
     violation.code = SCHEMA_ERROR_ATTRIBUTE_VALUE;
