@@ -28,7 +28,7 @@ private:
 std::size_t formatTexts(char* to, std::size_t size, const char* form,
                         std::initializer_list<FormatText> texts) noexcept
 {
-    if (size == 0) return 0;
+    if (!to || size == 0) return 0;
     Writer writer{to, size - 1};
     for (const FormatText& text : texts) {
         const char* place = std::strstr(form, "%s");

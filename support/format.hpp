@@ -18,8 +18,8 @@ struct FormatText {
 };
 
 // Puts the texts in the place of each "%s" of the form, in order. Cuts where the buffer ends,
-// always terminates, and writes nothing for a size of 0. Returns the bytes stored, without the
-// terminator.
+// always terminates, and writes nothing for a size of 0 or without a buffer. Returns the bytes
+// stored, without the terminator.
 std::size_t formatTexts(char* to, std::size_t size, const char* form,
                         std::initializer_list<FormatText> texts) noexcept;
 

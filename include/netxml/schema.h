@@ -484,8 +484,8 @@ XML_API void* Schema_BLDIN_anyType(void);
  * Checking one value
  *
  * A check that refuses a value writes a sentence into the caller's buffer of `bufSize` bytes:
- * always terminated, cut where it does not fit, nothing for a size of 0. A check that passes leaves
- * the buffer as it was. Validation itself uses 512 bytes.
+ * always terminated, cut where it does not fit, nothing for a size of 0 or a NULL buffer. A check
+ * that passes leaves the buffer as it was. Validation itself uses 512 bytes.
  */
 
 /**

@@ -73,6 +73,7 @@ constexpr ContentCase kContent[] = {
     {"a group that must not occur",                    "(a,(b|c){0,0})",      "a b",          5},
     {"a group that must not occur does not",           "(a,(b|c){0,0})",      "a",            0},
     {"a choice that must not occur, but must",         "((b|c){1,0})",        "",             11},
+    {"an all group that must not occur, but must",     "((b&c){1,0},a?)",     "a",            1},
     {"a lax wildcard takes anything",                  "(a,#*)",              "a x y z",      0},
     {"a wildcard is bounded",                          "(#{1,2})",            "x y z",        6},
     {"a wildcard that must match",                     "(a,#)",               "a",            8},

@@ -296,6 +296,14 @@ TEST_F(Attributes, BrokenOnesAreNoVerdict)
     one->ref = two;
     two->ref = one;
     check("refs", "", [&](Schema_ComplexType& t) { give(t, {one}); });
+    Schema_AttributeDecl* badType = use("a", kit.make<Schema_SimpleType>());
+    check("badtype", " a='1'", [&](Schema_ComplexType& t) { give(t, {badType}); });
+    Schema_AttributeWildcard lax{nullptr, "##any", SCHEMA_PROCESS_LAX};
+    Schema_AttributeDecl* circle = use("c");
+    circle->namespaceName = nullptr;
+    circle->ref = circle;
+    kit.add(circle);
+    check("found", " c='1'", [&](Schema_ComplexType& t) { t.anyAttribute = &lax; });
     auto* g = kit.make<Schema_AttributeGroup>();
     auto* h = kit.make<Schema_AttributeGroup>();
     giveGroups(*g, {h});

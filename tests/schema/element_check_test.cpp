@@ -110,6 +110,28 @@ TEST(ValidateXml, ADocumentElementIsWhatItsReferenceLeadsTo)
     EXPECT_EQ(kit.sentence("<b xmlns='urn:b'/>"), "valid");
 }
 
+TEST(ValidateXml, ReferencesInACircleAreNoVerdict)
+{
+    SchemaKit kit;
+    Schema_ElementDecl* circle = kit.element("c");
+    circle->ref = circle;
+    kit.add(circle);
+    kit.add(kit.element("wild", kit.complexType(kit.model("(#)"))));
+    Schema_ElementDecl* head = kit.element("head");
+    head->abstract = 1;
+    kit.add(head);
+    Schema_ElementDecl* substitute = kit.element("s");
+    substitute->substitutionGroupName = "head";
+    substitute->ref = substitute;
+    kit.add(substitute);
+    Schema_ModelGroup* model = kit.model("(h)");
+    const_cast<Schema_Object*>(model->particles)->def = head;
+    kit.add(kit.element("r", kit.complexType(model)));
+    EXPECT_EQ(kit.sentence("<c/>"), "failed") << "the document element";
+    EXPECT_EQ(kit.sentence("<wild><c/></wild>"), "failed") << "what a wildcard finds";
+    EXPECT_EQ(kit.sentence("<r><s/></r>"), "failed") << "a substitute";
+}
+
 // A tree may hold nodes that the parser never makes.
 TEST(ValidateXml, ToleratesElementsWithoutANameAndOtherNodes)
 {

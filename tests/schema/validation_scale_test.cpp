@@ -341,6 +341,43 @@ TEST(ValidationMemory, EveryAllocationMayFail)
     }
 }
 
+// Where the inline memory ends depends on the depth, so that each kind of record is once the first
+// that asks the heap.
+TEST(ValidationMemory, TheFirstPieceMayFailForAnyRecord)
+{
+    SchemaKit kit;
+    Schema_ModelGroup* model = kit.model("(a?,((e)?))");
+    auto* derivation = kit.make<Schema_Derivation>();
+    derivation->kind = SCHEMA_KIND_COMPLEX_EXTENSION;
+    derivation->base = kit.complexType(kit.model("(b?)"));
+    derivation->baseKind = SCHEMA_KIND_COMPLEX_TYPE;
+    derivation->content = model;
+    Schema_ComplexType* type = kit.complexType(nullptr);
+    type->derivation = derivation;
+    type->attributeGroupCount = 1;
+    type->attributeGroups = kit.array<Schema_AttributeGroup>({kit.make<Schema_AttributeGroup>()});
+    Schema_ElementDecl* element = kit.element("e", type);
+    const auto* inner = static_cast<const Schema_ModelGroup*>(model->particles[1].def);
+    inner = static_cast<const Schema_ModelGroup*>(inner->particles[0].def);
+    const_cast<Schema_Object*>(inner->particles)->def = element;
+    kit.add(element);
+    bool refused = false;
+    bool sufficed = false;
+    for (std::size_t depth = 10; depth < 60; ++depth) {
+        XML_DOM_Node* tree = treeOf(nested(depth, "<a/>"));
+        Schema_ValidateResult result;
+        FailingHeap heap{0};
+        const uint32_t status = Schema_ValidateXml(tree, &kit.root(), &result);
+        EXPECT_EQ(status, FailingHeap::refused() ? XML_RET_FAIL : XML_RET_OK) << depth;
+        EXPECT_EQ(result.code, SCHEMA_VALID);
+        EXPECT_EQ(FailingHeap::liveBlocks(), 0);
+        refused |= FailingHeap::refused();
+        sufficed |= !FailingHeap::refused();
+        XML_DOM_DelNode(tree);
+    }
+    EXPECT_TRUE(refused && sufficed);
+}
+
 TEST(PatternCache, KeepsManyAndGoesOnWithoutMemory)
 {
     for (const bool failing : {false, true}) {
