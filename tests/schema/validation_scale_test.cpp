@@ -159,7 +159,7 @@ TEST(ValidationScale, DeepSchemasOnASmallStack)
     const Schema_ElementDecl* element = kit.element("a");
     for (int i = 0; i < kDeep; ++i) {
         auto* type = kit.make<Schema_SimpleType>();
-        type->memberCount = 1 + i % 2;
+        type->memberCount = i % 2 == 0 ? 1 : 2;
         type->members = kit.array<Schema_SimpleType>({base, base});
         base = type;
         auto* derivation = kit.make<Schema_Derivation>();
