@@ -10,6 +10,7 @@
 
 #include "dom/node.hpp"
 #include "support/heap.hpp"
+#include "support/span.hpp"
 
 #include <atomic>
 #include <cstddef>
@@ -80,11 +81,15 @@ public:
     {
         const std::size_t total = (size + textSize + 7) & ~std::size_t{7};
         if (static_cast<std::size_t>(end_ - cursor_) < total && !nextSlab(total)) return nullptr;
-        char* block = cursor_;
-        cursor_ += total;
-        ++records_;
-        home.bits = static_cast<std::uint32_t>((block - begin_) / 8) << Home::kOffsetShift;
-        return block;
+        return take(total, home);
+    }
+    // The same, but nullptr also when the current slab has no room for it and kSpanSlack bytes
+    // more. Behind the record there is room for as much until the next one is laid.
+    void* roomyRecord(std::size_t size, std::size_t textSize, Home& home) noexcept
+    {
+        const std::size_t total = (size + textSize + 7) & ~std::size_t{7};
+        if (static_cast<std::size_t>(end_ - cursor_) < total + kSpanSlack) return nullptr;
+        return take(total, home);
     }
     // To be called when a string of a record is a heap block: deletion then visits the records.
     void noteHeapString() noexcept { edited_ = true; }
@@ -94,6 +99,14 @@ public:
     void seal(bool wholeTree) noexcept;
 
 private:
+    void* take(std::size_t total, Home& home) noexcept
+    {
+        char* block = cursor_;
+        cursor_ += total;
+        ++records_;
+        home.bits = static_cast<std::uint32_t>((block - begin_) / 8) << Home::kOffsetShift;
+        return block;
+    }
     bool nextSlab(std::size_t needed) noexcept;
 
     char* cursor_ = nullptr;

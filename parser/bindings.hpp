@@ -3,7 +3,7 @@
 
 #include "netxml/dom.h"
 #include "parser/parse_error.hpp"
-#include "parser/span.hpp"
+#include "parser/qname.hpp"
 #include "support/chunk_stack.hpp"
 #include "support/prefix_scope.hpp"
 

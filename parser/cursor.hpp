@@ -8,7 +8,7 @@
 #include "io/in_stream.hpp"
 #include "netxml/parser.h"
 #include "parser/char_classes.hpp"
-#include "parser/span.hpp"
+#include "support/span.hpp"
 
 #include <cstring>
 
@@ -94,6 +94,23 @@ public:
 
     // True when the whole rest of the input lies in memory and stays where it is.
     bool inputStays() const noexcept { return s_.status == StreamStatus::End; }
+
+    // Where the cursor stands, and how far it may go without a refill coming due. Nothing is there
+    // to be read behind `plainEnd`, but blocks may be loaded up to `bufferEnd`.
+    const std::uint8_t* place() const noexcept { return s_.cursor; }
+    const std::uint8_t* bufferEnd() const noexcept { return s_.end; }
+    const std::uint8_t* plainEnd() const noexcept
+    {
+        if (s_.status != StreamStatus::More) return s_.end;
+        return s_.available() >= kLookAhead ? s_.end - kLookAhead : s_.cursor;
+    }
+    // Puts cursor and mark where single steps up to `plainEnd` would have put them.
+    void moveTo(const std::uint8_t* cursor, const std::uint8_t* mark) noexcept
+    {
+        s_.mark += mark - s_.mark;
+        s_.cursor += cursor - s_.cursor;
+    }
+    const std::uint8_t* markPlace() const noexcept { return s_.mark; }
 
     // Switches the encoding of what follows.
     StreamStatus switchEncoding(XML_Encoding encoding) noexcept;

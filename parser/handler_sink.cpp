@@ -112,6 +112,15 @@ ParseError HandlerSink::startElement(const StartTag& tag) noexcept
     return raised();
 }
 
+ParseError HandlerSink::startBare(Span name, const Bindings& bindings) noexcept
+{
+    if (!handler_.startElementNs) return ParseError::None;
+    parser_->bindings = bindings.newest();
+    handler_.startElementNs(parser_, name.view().data(), nullptr, bindings.resolve({}).text(), 0,
+                            nullptr, 0, 0, nullptr);
+    return raised();
+}
+
 ParseError HandlerSink::endElement(const QName& name, const Bindings& bindings) noexcept
 {
     if (!handler_.endElementNs) return ParseError::None;

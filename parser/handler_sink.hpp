@@ -20,6 +20,7 @@ public:
     ParseError startDocument() noexcept;
     ParseError endDocument() noexcept;
     ParseError startElement(const StartTag& tag) noexcept;
+    ParseError startBare(Span name, const Bindings& bindings) noexcept;
     ParseError endElement(const QName& name, const Bindings& bindings) noexcept;
     ParseError characters(Span text) noexcept;
     ParseError cdata(Span text) noexcept;

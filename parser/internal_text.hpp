@@ -4,7 +4,7 @@
 #include "io/encoding.hpp"
 #include "netxml/io.h"
 #include "parser/parse_error.hpp"
-#include "parser/span.hpp"
+#include "support/span.hpp"
 
 #include <cstddef>
 #include <cstdint>

@@ -10,7 +10,10 @@ template <class Sink>
 ParseError Scanner<Sink>::element() noexcept
 {
     ParseError error = startTag();  // pushes onto open_, unless the tag ends in "/>"
-    while (error == ParseError::None && !open_.empty()) error = content();
+    while (error == ParseError::None && !open_.empty()) {
+        error = plainContent();
+        if (error == ParseError::None && !open_.empty()) error = content();
+    }
     return error;
 }
 
@@ -34,9 +37,7 @@ ParseError Scanner<Sink>::name(ChunkStack& memory, Span& name) noexcept
     const ParseError error = scanName(cursor_, ascii);
     if (error != ParseError::None) return error;
     name = {cursor_.marked(0), cursor_.fromMark(), ascii};
-    if (inPlace_) return ParseError::None;
-    name.data = reinterpret_cast<const std::uint8_t*>(memory.copyText(name.data, name.size));
-    return name.data ? ParseError::None : ParseError::NoMemory;
+    return inPlace_ || memory.keep(name) ? ParseError::None : ParseError::NoMemory;
 }
 
 //     qualified-name := (name ":")? name

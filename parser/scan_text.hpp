@@ -114,19 +114,10 @@ ParseError Scanner<Sink>::quotedValue(Span& value) noexcept
         if (!text_.append(raw.data, raw.size)) return ParseError::Internal;
         raw = {text_.data(), text_.size(), textAscii_};
     }
-    if (inPlace_ && !assembled) value = raw;
-    else if (!keepCopy(raw, value)) return ParseError::Internal;
+    if ((!inPlace_ || assembled) && !tagMemory_.keep(raw)) return ParseError::Internal;
+    value = raw;
     cursor_.advance();
     return ParseError::None;
-}
-
-// Keeps a value for as long as the tag is being read.
-template <class Sink>
-bool Scanner<Sink>::keepCopy(Span raw, Span& value) noexcept
-{
-    value = raw;
-    value.data = reinterpret_cast<const std::uint8_t*>(tagMemory_.copyText(raw.data, raw.size));
-    return value.data != nullptr;
 }
 
 // A reference. Entered at "&", left behind its ";"; what it stands for is appended to text_.

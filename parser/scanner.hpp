@@ -8,6 +8,7 @@
 //     ParseError startDocument();
 //     ParseError endDocument();
 //     ParseError startElement(const StartTag& tag);
+//     ParseError startBare(Span name, const Bindings& bindings);  // a tag that is only this name
 //     ParseError endElement(const QName& name, const Bindings& bindings);
 //     ParseError characters(Span text);
 //     ParseError cdata(Span text);
@@ -21,6 +22,7 @@
 #include "parser/bindings.hpp"
 #include "parser/cursor.hpp"
 #include "parser/parse_error.hpp"
+#include "parser/plain_text.hpp"
 #include "parser/start_tag.hpp"
 #include "support/chunk_stack.hpp"
 #include "support/grow_buffer.hpp"
@@ -67,6 +69,17 @@ private:
     ParseError name(ChunkStack& memory, Span& name) noexcept;
     ParseError qualifiedName(ChunkStack& memory, QName& name) noexcept;
 
+    // scan_plain.hpp; what answers with false has left its PlainText somewhere
+    ParseError plainContent() noexcept;
+    bool plainQName(PlainText& text, QName& name) noexcept;
+    bool plainStartTag(PlainText& text) noexcept;
+    bool plainAttributes(PlainText& text) noexcept;
+    bool plainAttribute(PlainText& text) noexcept;
+    bool keepPlain(TagAttribute& attribute) noexcept;
+    bool plainEndTag(PlainText& text) noexcept;
+    bool plainCharacters(PlainText& text, Span& characters) const noexcept;
+    ParseError reportPlainStart(PlainText& text) noexcept;
+
     // scan_text.hpp
     ParseError characterData() noexcept;
     ParseError cdataSection() noexcept;
@@ -75,7 +88,6 @@ private:
     ParseError quotedValue(Span& value) noexcept;
     ParseError reference() noexcept;
     ParseError characterReference() noexcept;
-    bool keepCopy(Span raw, Span& value) noexcept;
 
     // To be called before each event.
     void observe() noexcept
@@ -106,4 +118,5 @@ private:
 
 #include "parser/scan_element.hpp"
 #include "parser/scan_misc.hpp"
+#include "parser/scan_plain.hpp"
 #include "parser/scan_text.hpp"

@@ -1,32 +1,28 @@
 #include "parser/tree_builder.hpp"
 
-#include "dom/link.hpp"
 #include "dom/make.hpp"
 
 namespace netxml {
 
-bool TreeBuilder::place(XML_DOM_Node* element) noexcept
+bool TreeBuilder::beginDocument(XML_DOM_Node* element) noexcept
 {
-    if (!root_) {
-        element->document = makeDocument(arena_, element);
-        // Records of an arena are deleted from the root down, also this one alone.
-        if (element->document || arena_) root_ = element;
-        return element->document != nullptr;
-    }
-    if (!current_ || current_->type != XML_DOM_NODE_ELEMENT) return false;
-    touch();
-    appendChild(current_, element);
-    return true;
+    element->document = makeDocument(arena_, element);
+    // Records of an arena are deleted from the root down, also this one alone.
+    if (element->document || arena_) root_ = element;
+    return element->document != nullptr;
 }
 
 bool TreeBuilder::enterElement(std::string_view name) noexcept
 {
     XML_DOM_Node* element = makeElement(arena_, name);
-    if (!element) return false;
-    const bool placed = place(element);
-    if (!placed && !arena_) XML_DOM_DelNode(element);  // an arena goes as a whole
-    current_ = placed ? element : nullptr;
-    return placed;
+    return element && enter(element);
+}
+
+bool TreeBuilder::refuse(XML_DOM_Node* element) noexcept
+{
+    if (!arena_) XML_DOM_DelNode(element);  // an arena goes as a whole
+    current_ = nullptr;
+    return false;
 }
 
 XML_DOM_NsDecl* TreeBuilder::declare(std::string_view prefix, std::string_view name) noexcept
@@ -41,20 +37,16 @@ XML_DOM_NsDecl* TreeBuilder::declare(std::string_view prefix, std::string_view n
 XML_DOM_Attr* TreeBuilder::addAttribute(std::string_view name, std::string_view value) noexcept
 {
     XML_DOM_Attr* attr = makeAttr(arena_, name, value);
-    if (!attr) return nullptr;
-    touch();
-    appendAttr(current_, attr);
+    if (attr) add(attr);
     return attr;
 }
 
 bool TreeBuilder::addTextual(XML_DOM_NodeType type, std::string_view value) noexcept
 {
-    if (!current_ || current_->type != XML_DOM_NODE_ELEMENT) return false;
+    if (!takesChildren()) return false;
     XML_DOM_Node* node = makeTextual(arena_, type, value);
-    if (!node) return false;
-    touch();
-    appendChild(current_, node);
-    return true;
+    if (node) add(node);
+    return node != nullptr;
 }
 
 }  // namespace netxml

@@ -4,6 +4,7 @@
 // declarations and duplicates were the scanner's business.
 #pragma once
 
+#include "dom/link.hpp"
 #include "dom/slab.hpp"
 
 #include <string_view>
@@ -22,6 +23,13 @@ public:
     // Makes an element the root of a new document, or appends it to the current one, and steps into
     // it. False leaves nothing behind; without a root `current` is then NULL.
     [[nodiscard]] bool enterElement(std::string_view name) noexcept;
+    // The same for an element that was made already.
+    [[nodiscard]] bool enter(XML_DOM_Node* element) noexcept
+    {
+        if (!place(element)) return refuse(element);
+        current_ = element;
+        return true;
+    }
     void leaveElement() noexcept { current_ = current_->parent; }
 
     // Each appends to the current element; nullptr or false when memory runs out or, for text, when
@@ -30,13 +38,37 @@ public:
     XML_DOM_Attr* addAttribute(std::string_view name, std::string_view value) noexcept;
     [[nodiscard]] bool addTextual(XML_DOM_NodeType type, std::string_view value) noexcept;
 
+    // Appends what was made already.
+    void add(XML_DOM_Attr* attr) noexcept
+    {
+        touch();
+        appendAttr(current_, attr);
+    }
+    void add(XML_DOM_Node* textual) noexcept
+    {
+        touch();
+        appendChild(current_, textual);
+    }
+    bool takesChildren() const noexcept
+    {
+        return current_ && current_->type == XML_DOM_NODE_ELEMENT;
+    }
+
 private:
     // Records that are not this builder's own may lie in the slabs of a finished tree.
     void touch() const noexcept
     {
         if (!arena_) markEdited(current_);
     }
-    bool place(XML_DOM_Node* element) noexcept;
+    bool place(XML_DOM_Node* element) noexcept
+    {
+        if (!root_) return beginDocument(element);
+        if (!takesChildren()) return false;
+        add(element);
+        return true;
+    }
+    bool refuse(XML_DOM_Node* element) noexcept;
+    bool beginDocument(XML_DOM_Node* element) noexcept;
 
     XML_DOM_Node*& root_;
     XML_DOM_Node*& current_;

@@ -38,7 +38,7 @@ ParseError TreeSink::endDocument() noexcept
     return ParseError::None;
 }
 
-ParseError TreeSink::addElement(Span name) noexcept
+ParseError TreeSink::makeElement(const Span& name) noexcept
 {
     std::string_view text;
     const ParseError error = names_.convert(name, text);
@@ -74,15 +74,25 @@ ParseError TreeSink::addDeclarations(const StartTag& tag) noexcept
 
 ParseError TreeSink::addAttribute(const TagAttribute& attribute) noexcept
 {
+    XML_DOM_Attr* attr = nullptr;
+    if (attribute.name.local.ascii && attribute.value.ascii)
+        attr = layAttr(arena_, attribute.name.local, attribute.value);
+    if (attr) builder_.add(attr);
+    else if (const ParseError error = makeAttribute(attribute, attr); error != ParseError::None)
+        return error;
+    attr->nameSpace = boundTo(attribute.name.prefix, attribute.nameSpace);
+    return ParseError::None;
+}
+
+ParseError TreeSink::makeAttribute(const TagAttribute& attribute, XML_DOM_Attr*& attr) noexcept
+{
     std::string_view name;
     std::string_view value;
     ParseError error = names_.convert(attribute.name.local, name);
     if (error == ParseError::None) error = values_.convert(attribute.value, value);
     if (error != ParseError::None) return error;
-    XML_DOM_Attr* attr = builder_.addAttribute(name, value);
-    if (!attr) return ParseError::Internal;
-    attr->nameSpace = boundTo(attribute.name.prefix, attribute.nameSpace);
-    return ParseError::None;
+    attr = builder_.addAttribute(name, value);
+    return attr ? ParseError::None : ParseError::Internal;
 }
 
 ParseError TreeSink::startElement(const StartTag& tag) noexcept
@@ -96,7 +106,7 @@ ParseError TreeSink::startElement(const StartTag& tag) noexcept
     return error;
 }
 
-ParseError TreeSink::textual(XML_DOM_NodeType type, Span text) noexcept
+ParseError TreeSink::makeTextual(XML_DOM_NodeType type, const Span& text) noexcept
 {
     std::string_view converted{""};
     if (!text.empty()) {

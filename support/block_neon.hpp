@@ -29,6 +29,21 @@ struct NeonBlock {
         return mask(
             vcgtq_s8(vreinterpretq_s8_u8(bytes), vdupq_n_s8(static_cast<std::int8_t>(0xBF))));
     }
+    Mask differing(const NeonBlock& other) const noexcept
+    {
+        return mask(vmvnq_u8(vceqq_u8(bytes, other.bytes)));
+    }
+    Mask notBlank() const noexcept
+    {
+        return mask(vmvnq_u8(vorrq_u8(vorrq_u8(is(' '), is('\n')), vorrq_u8(is('\t'), is('\r')))));
+    }
+    // Bytes that are no ASCII name character: neither letter nor digit nor one of "-._".
+    Mask notName() const noexcept
+    {
+        const uint8x16_t lower = vorrq_u8(bytes, vdupq_n_u8(0x20));
+        const uint8x16_t digits = vbicq_u8(inRange(bytes, '-', '9'), is('/'));
+        return mask(vmvnq_u8(vorrq_u8(vorrq_u8(inRange(lower, 'a', 'z'), digits), is('_'))));
+    }
 
     static std::size_t first(Mask m) noexcept
     {
@@ -37,6 +52,12 @@ struct NeonBlock {
     static std::size_t count(Mask m) noexcept { return static_cast<std::size_t>(std::popcount(m)); }
 
 private:
+    uint8x16_t is(std::uint8_t byte) const noexcept { return vceqq_u8(bytes, vdupq_n_u8(byte)); }
+    static uint8x16_t inRange(uint8x16_t v, std::uint8_t first, std::uint8_t last) noexcept
+    {
+        return vcltq_u8(vsubq_u8(v, vdupq_n_u8(first)),
+                        vdupq_n_u8(static_cast<std::uint8_t>(last - first + 1)));
+    }
     static Mask mask(uint8x16_t v) noexcept
     {
         const uint8x8_t narrowed = vshrn_n_u16(vreinterpretq_u16_u8(v), 4);

@@ -31,6 +31,24 @@ struct Sse2Block {
     {
         return mask(_mm_cmpgt_epi8(bytes, _mm_set1_epi8(static_cast<char>(0xBF))));
     }
+    Mask differing(const Sse2Block& other) const noexcept
+    {
+        return mask(_mm_cmpeq_epi8(bytes, other.bytes)) ^ 0xFFFF;
+    }
+    Mask notBlank() const noexcept
+    {
+        const __m128i blank =
+            _mm_or_si128(_mm_or_si128(is(' '), is('\n')), _mm_or_si128(is('\t'), is('\r')));
+        return mask(blank) ^ 0xFFFF;
+    }
+    // Bytes that are no ASCII name character: neither letter nor digit nor one of "-._".
+    Mask notName() const noexcept
+    {
+        const __m128i lower = _mm_or_si128(bytes, _mm_set1_epi8(0x20));
+        const __m128i digits = _mm_andnot_si128(is('/'), inRange(bytes, '-', '9'));
+        const __m128i name = _mm_or_si128(_mm_or_si128(inRange(lower, 'a', 'z'), digits), is('_'));
+        return mask(name) ^ 0xFFFF;
+    }
 
     static std::size_t first(Mask m) noexcept
     {
@@ -39,6 +57,13 @@ struct Sse2Block {
     static std::size_t count(Mask m) noexcept { return static_cast<std::size_t>(std::popcount(m)); }
 
 private:
+    __m128i is(char c) const noexcept { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); }
+    // Moves the range down to the smallest signed numbers, so that one comparison is enough.
+    static __m128i inRange(__m128i v, char first, char last) noexcept
+    {
+        const __m128i moved = _mm_add_epi8(v, _mm_set1_epi8(static_cast<char>(-128 - first)));
+        return _mm_cmplt_epi8(moved, _mm_set1_epi8(static_cast<char>(-128 + last - first + 1)));
+    }
     static Mask mask(__m128i v) noexcept { return static_cast<Mask>(_mm_movemask_epi8(v)); }
 };
 

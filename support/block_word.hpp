@@ -27,14 +27,25 @@ struct WordBlock {
         const std::uint64_t difference = bytes ^ (kOnes * byte);
         return ~(((difference & kLow) + kLow) | difference) & kHigh;
     }
-    Mask controlOrHigh() const noexcept
-    {
-        const std::uint64_t atLeastBlank = (bytes & kLow) + kOnes * (0x80 - 0x20);
-        return (~atLeastBlank | bytes) & kHigh;
-    }
+    Mask controlOrHigh() const noexcept { return (~atLeast(0x20) | bytes) & kHigh; }
     Mask high() const noexcept { return bytes & kHigh; }
     // All but 0x80 to 0xBF: the top bit is clear, or the one below it is set.
     Mask leading() const noexcept { return (~bytes | (bytes << 1)) & kHigh; }
+    Mask differing(const WordBlock& other) const noexcept
+    {
+        return ~WordBlock{bytes ^ other.bytes}.equal(0) & kHigh;
+    }
+    Mask notBlank() const noexcept
+    {
+        return ~(equal(' ') | equal('\n') | equal('\t') | equal('\r')) & kHigh;
+    }
+    // Bytes that are no ASCII name character: neither letter nor digit nor one of "-._".
+    Mask notName() const noexcept
+    {
+        const WordBlock lower{bytes | kOnes * 0x20};
+        const Mask digits = inRange('-', '9') & ~equal('/');
+        return ~(lower.inRange('a', 'z') | digits | equal('_')) & kHigh;
+    }
 
     static std::size_t first(Mask m) noexcept
     {
@@ -43,6 +54,15 @@ struct WordBlock {
     static std::size_t count(Mask m) noexcept { return static_cast<std::size_t>(std::popcount(m)); }
 
 private:
+    // The bytes of 7 bits from `first` to `last`.
+    Mask inRange(std::uint8_t first, std::uint8_t last) const noexcept
+    {
+        return atLeast(first) & ~atLeast(static_cast<std::uint8_t>(last + 1)) & ~bytes & kHigh;
+    }
+    Mask atLeast(std::uint8_t byte) const noexcept
+    {
+        return (bytes & kLow) + kOnes * static_cast<std::uint8_t>(0x80 - byte);
+    }
     static constexpr std::uint64_t kOnes = UINT64_C(0x0101010101010101);
     static constexpr std::uint64_t kLow = UINT64_C(0x7F7F7F7F7F7F7F7F);
     static constexpr std::uint64_t kHigh = UINT64_C(0x8080808080808080);

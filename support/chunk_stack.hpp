@@ -2,7 +2,9 @@
 // document is read. Addresses never move; releasing to a mark costs nothing per record.
 #pragma once
 
+#include "support/block_copy.hpp"
 #include "support/heap.hpp"
+#include "support/span.hpp"
 
 #include <cstddef>
 #include <cstdint>
@@ -44,6 +46,18 @@ public:
     }
     // A NUL-terminated copy, or nullptr.
     char* copyText(const std::uint8_t* text, std::size_t size) noexcept;
+    // Puts a copy with a NUL and room behind it in place of a text; false, and nothing has changed,
+    // when memory runs out.
+    [[nodiscard]] bool keep(Span& text) noexcept
+    {
+        if (text.size > kLargest - 1 - kSpanSlack) return false;
+        char* copy = static_cast<char*>(allocate(text.size + 1 + kSpanSlack));
+        if (!copy) return false;
+        copyTerminated(copy, text);
+        text.data = reinterpret_cast<const std::uint8_t*>(copy);
+        text.wide = true;
+        return true;
+    }
 
     Mark mark() const noexcept { return {chunk_, cursor_}; }
     void release(Mark mark) noexcept

@@ -36,6 +36,10 @@ public:
         data_[size_++] = value;
         return true;
     }
+    // A place behind the last one, to be written and then counted by commit(); nullptr when memory
+    // runs out.
+    T* next() noexcept { return reserve(1) ? data_ + size_ : nullptr; }
+    void commit() noexcept { ++size_; }
     bool append(const T* values, std::size_t count) noexcept
     {
         if (!reserve(count)) return false;

@@ -1,6 +1,8 @@
 // The blocks of bytes against one byte at a time, and against each other.
 #include "support/block.hpp"
 
+#include "parser/char_classes.hpp"
+
 #include <gtest/gtest.h>
 
 #include <random>
@@ -15,7 +17,8 @@ void compareMasks(const std::uint8_t* p)
 {
     const Block block = Block::load(p);
     typename Block::Mask all[] = {block.equal('<'),      block.equal(0), block.equal(0xFF),
-                                  block.controlOrHigh(), block.high(),   block.leading()};
+                                  block.controlOrHigh(), block.high(),   block.leading(),
+                                  block.notBlank(),      block.notName()};
     const auto holds = [](int test, std::uint8_t b) {
         switch (test) {
         case 0: return b == '<';
@@ -23,10 +26,12 @@ void compareMasks(const std::uint8_t* p)
         case 2: return b == 0xFF;
         case 3: return b < 0x20 || b > 0x7F;
         case 4: return b > 0x7F;
-        default: return (b & 0xC0) != 0x80;
+        case 5: return (b & 0xC0) != 0x80;
+        case 6: return !isBlank(b);
+        default: return (kAsciiClasses[b] & kClassName) == 0;
         }
     };
-    for (int test = 0; test < 6; ++test) {
+    for (int test = 0; test < 8; ++test) {
         std::size_t count = 0;
         std::size_t first = Block::kWidth;
         for (std::size_t i = 0; i < Block::kWidth; ++i) {
@@ -71,6 +76,22 @@ TEST(Block, RandomBytes)
     }
 }
 
+TEST(Block, BlanksAreCrossedLikeByTheByteLoop)
+{
+    std::mt19937 random{5};
+    for (int i = 0; i < 50000; ++i) {
+        std::vector<std::uint8_t> text(random() % 70);
+        for (std::uint8_t& b : text)
+            b = static_cast<std::uint8_t>(random() % 30 != 0 ? " \n\t\r"[random() % 4] : random());
+        const std::uint8_t* p = text.data();
+        const std::uint8_t* end = p + text.size();
+        const std::uint8_t* stop = p;
+        while (stop != end && isBlank(*stop)) ++stop;
+        ASSERT_EQ(findNotBlank<NativeBlock>(p, end), stop);
+        ASSERT_EQ(findNotBlank<WordBlock>(p, end), stop);
+    }
+}
+
 TEST(Block, SearchesAgreeWithTheByteLoop)
 {
     std::mt19937 random{4};
@@ -87,6 +108,10 @@ TEST(Block, SearchesAgreeWithTheByteLoop)
         while (high != end && *high < 0x80) ++high;
         ASSERT_EQ(findHigh<NativeBlock>(p, end), high);
         ASSERT_EQ(findHigh<WordBlock>(p, end), high);
+        const std::uint8_t* name = p;
+        while (name != end && (kAsciiClasses[*name] & kClassName)) ++name;
+        ASSERT_EQ(findNotName<NativeBlock>(p, end), name);
+        ASSERT_EQ(findNotName<WordBlock>(p, end), name);
         const std::uint8_t* any = p;
         while (any != end && *any != 'q' && *any != 'z') ++any;
         ASSERT_EQ((findAny<NativeBlock, 'q', 'z'>(p, end)), any);

@@ -1,4 +1,4 @@
-// A piece of UTF-8 text, with what is known of it.
+// A piece of text, with what is known of it.
 #pragma once
 
 #include <cstddef>
@@ -11,10 +11,14 @@ struct Span {
     const std::uint8_t* data = nullptr;
     std::size_t size = 0;
     bool ascii = true;  // true only when no byte is beyond ASCII
+    bool wide = false;  // true only when kSpanSlack more bytes may be read behind it
 
     bool empty() const noexcept { return size == 0; }
     std::string_view view() const noexcept { return {reinterpret_cast<const char*>(data), size}; }
 };
+
+// What copies and comparisons in whole blocks may touch beyond a text.
+inline constexpr std::size_t kSpanSlack = 16;
 
 // A text of which nothing is known as a span.
 inline Span spanOf(std::string_view text) noexcept
@@ -23,11 +27,5 @@ inline Span spanOf(std::string_view text) noexcept
     for (const char c : text) ascii = ascii && static_cast<unsigned char>(c) < 0x80;
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size(), ascii};
 }
-
-// A name as written: the prefix is empty where there is none.
-struct QName {
-    Span prefix;
-    Span local;
-};
 
 }  // namespace netxml

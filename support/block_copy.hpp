@@ -1,0 +1,62 @@
+// Short texts copied and compared in whole blocks: one step for what fits into one, whatever its
+// length. Both sides need kSpanSlack bytes of room behind the text.
+#pragma once
+
+#include "support/block.hpp"
+#include "support/span.hpp"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <utility>
+
+namespace netxml {
+
+inline void copyBlocks(char* to, const std::uint8_t* from, std::size_t size) noexcept
+{
+    std::size_t done = 0;
+    do {
+        std::memcpy(to + done, from + done, kSpanSlack);
+        done += kSpanSlack;
+    } while (done < size);
+}
+
+// Zeroes a record with one store a block: as one big memset, some compilers make it a string
+// instruction that takes longer to start than all the stores.
+template <std::size_t kSize>
+[[gnu::always_inline]] inline void zeroBlocks(void* record) noexcept
+{
+    static_assert(kSize >= kSpanSlack);
+    char* to = static_cast<char*>(record);
+    [to]<std::size_t... kIndex>(std::index_sequence<kIndex...>)
+    {
+        (std::memset(to + kIndex * kSpanSlack, 0, kSpanSlack), ...);
+    }
+    (std::make_index_sequence<kSize / kSpanSlack>{});
+    std::memset(to + kSize - kSpanSlack, 0, kSpanSlack);
+}
+
+template <class Block = NativeBlock>
+bool sameBlocks(const std::uint8_t* a, const std::uint8_t* b, std::size_t size) noexcept
+{
+    static_assert(Block::kWidth <= kSpanSlack);
+    for (std::size_t done = 0; done < size; done += Block::kWidth) {
+        const typename Block::Mask differing =
+            Block::load(a + done).differing(Block::load(b + done));
+        if (differing) return done + Block::first(differing) >= size;
+    }
+    return true;
+}
+
+// Longer texts are the C library's business.
+inline constexpr std::size_t kFewBlocks = 64;
+
+// Copies a text to where there is room for kSpanSlack bytes behind it, and puts a NUL behind it.
+inline void copyTerminated(char* to, const Span& text) noexcept
+{
+    if (text.wide && text.size <= kFewBlocks) copyBlocks(to, text.data, text.size);
+    else if (text.size != 0) std::memcpy(to, text.data, text.size);
+    to[text.size] = '\0';
+}
+
+}  // namespace netxml
