@@ -1,5 +1,5 @@
 // Laying records with short strings into the slab at hand: the common case of making them, inline.
-// Each returns nullptr when the slab has no room or a string is long; make.hpp does the rest then.
+// Each returns nullptr when there is no room or a string is long; make.hpp does the rest then.
 #pragma once
 
 #include "dom/slab.hpp"
@@ -7,49 +7,47 @@
 
 namespace netxml {
 
-// A zero-filled record with one string.
+// A zero-filled record with `textSize` bytes behind it, into which whole blocks may be copied.
 template <class Record>
-[[gnu::always_inline]] inline Record* layRecord(Arena& arena, const Span& text,
-                                                const char* Record::*field) noexcept
+[[gnu::always_inline]] inline Record* layRecord(SlabRoom& room, std::size_t textSize) noexcept
 {
-    if (text.size > Arena::kLongText) return nullptr;
+    const std::size_t total = Arena::sizeOf(sizeof(Record), textSize);
+    if (textSize > Arena::kLongText || !room.holds(total + kSpanSlack)) return nullptr;
     Home home;
-    void* block = arena.roomyRecord(sizeof(Record), text.size + 1, home);
-    if (!block) return nullptr;
-    zeroBlocks<sizeof(Record)>(block);
-    auto* record = static_cast<Record*>(block);
+    auto* record = static_cast<Record*>(room.take(total, home));
+    zeroBlocks<sizeof(Record)>(record);
     record->home = home;
-    char* string = reinterpret_cast<char*>(record + 1);
-    copyTerminated(string, text);
-    record->*field = string;
     return record;
 }
 
-[[gnu::always_inline]] inline XML_DOM_Node* layElement(Arena& arena, const Span& name) noexcept
+[[gnu::always_inline]] inline XML_DOM_Node* layElement(SlabRoom& room, const Span& name) noexcept
 {
-    XML_DOM_Node* node = layRecord(arena, name, &XML_DOM_Node::name);
-    if (node) node->type = XML_DOM_NODE_ELEMENT;
+    auto* node = layRecord<XML_DOM_Node>(room, name.size + 1);
+    if (!node) return nullptr;
+    char* string = reinterpret_cast<char*>(node + 1);
+    copyTerminated(string, name);
+    node->name = string;
+    node->type = XML_DOM_NODE_ELEMENT;
     return node;
 }
 
-[[gnu::always_inline]] inline XML_DOM_Node* layTextual(Arena& arena, XML_DOM_NodeType type,
+[[gnu::always_inline]] inline XML_DOM_Node* layTextual(SlabRoom& room, XML_DOM_NodeType type,
                                                        const Span& value) noexcept
 {
-    XML_DOM_Node* node = layRecord(arena, value, &XML_DOM_Node::value);
-    if (node) node->type = type;
+    auto* node = layRecord<XML_DOM_Node>(room, value.size + 1);
+    if (!node) return nullptr;
+    char* string = reinterpret_cast<char*>(node + 1);
+    copyTerminated(string, value);
+    node->value = string;
+    node->type = type;
     return node;
 }
 
-[[gnu::always_inline]] inline XML_DOM_Attr* layAttr(Arena& arena, const Span& name,
-                                                    Span value) noexcept
+[[gnu::always_inline]] inline XML_DOM_Attr* layAttr(SlabRoom& room, const Span& name,
+                                                    const Span& value) noexcept
 {
-    if (name.size + value.size > Arena::kLongText) return nullptr;
-    Home home;
-    void* block = arena.roomyRecord(sizeof(XML_DOM_Attr), name.size + value.size + 2, home);
-    if (!block) return nullptr;
-    zeroBlocks<sizeof(XML_DOM_Attr)>(block);
-    auto* attr = static_cast<XML_DOM_Attr*>(block);
-    attr->home = home;
+    auto* attr = layRecord<XML_DOM_Attr>(room, name.size + value.size + 2);
+    if (!attr) return nullptr;
     char* strings = reinterpret_cast<char*>(attr + 1);
     copyTerminated(strings, name);
     attr->name = strings;

@@ -35,18 +35,16 @@ bool Arena::nextSlab(std::size_t needed) noexcept
     const std::size_t size = wanted > nextSize_ ? wanted : nextSize_;
     void* block = heap::allocate(size);
     if (!block) return false;
-    Slab* current = reinterpret_cast<Slab*>(begin_);
+    Slab* current = reinterpret_cast<Slab*>(room_.begin);
     Slab* slab = new (block) Slab{0, false, first_, nullptr};
     if (first_) {
-        current->living.store(records_, std::memory_order_relaxed);
+        current->living.store(room_.records, std::memory_order_relaxed);
         current->next = slab;
     } else {
         first_ = slab->first = slab;
     }
-    begin_ = static_cast<char*>(block);
-    cursor_ = begin_ + kSlabHeader;
-    end_ = begin_ + size;
-    records_ = 0;
+    char* begin = static_cast<char*>(block);
+    room_ = {begin + kSlabHeader, begin + size, begin, 0};
     nextSize_ = nextSize_ < kSlabSize / 4 ? nextSize_ * 4 : kSlabSize;
     return true;
 }
@@ -54,13 +52,13 @@ bool Arena::nextSlab(std::size_t needed) noexcept
 void Arena::seal(bool wholeTree) noexcept
 {
     if (!first_) return;
-    reinterpret_cast<Slab*>(begin_)->living.store(records_, std::memory_order_relaxed);
+    reinterpret_cast<Slab*>(room_.begin)->living.store(room_.records, std::memory_order_relaxed);
     std::uint32_t others = 0;
     for (const Slab* slab = first_->next; slab; slab = slab->next) ++others;
     first_->living.fetch_add(others, std::memory_order_relaxed);
     first_->edited = edited_ || !wholeTree;
     first_ = nullptr;
-    begin_ = cursor_ = end_ = nullptr;
+    room_ = {};
 }
 
 }  // namespace netxml

@@ -10,7 +10,6 @@
 
 #include "dom/node.hpp"
 #include "support/heap.hpp"
-#include "support/span.hpp"
 
 #include <atomic>
 #include <cstddef>
@@ -60,6 +59,30 @@ void releaseArena(Slab* first) noexcept;
 // Takes `count` records off a slab's count, and releases the slab with the last.
 void dropRecords(Slab* slab, std::uint32_t count) noexcept;
 
+// What is left of the slab at hand. Whoever lays many records may do it in a copy of his own, which
+// stays in registers, and put that back.
+struct SlabRoom {
+    char* cursor = nullptr;
+    char* end = nullptr;
+    char* begin = nullptr;      // of the slab
+    std::uint32_t records = 0;  // in the slab
+
+    bool holds(std::size_t bytes) const noexcept
+    {
+        return static_cast<std::size_t>(end - cursor) >= bytes;
+    }
+    // A record of `total` bytes, which must be there; `home` receives what the record has to keep.
+    void* take(std::size_t total, Home& home) noexcept
+    {
+        char* block = cursor;
+        cursor += total;
+        ++records;
+        const auto offset = static_cast<std::uint32_t>(block - begin);
+        home.bits = (offset / 8) << Home::kOffsetShift;
+        return block;
+    }
+};
+
 // Lays out records and strings while a tree is being built.
 class Arena {
 public:
@@ -75,22 +98,19 @@ public:
     Arena(const Arena&) = delete;
     Arena& operator=(const Arena&) = delete;
 
-    // A record (8-byte aligned, its size known) with `textSize` bytes behind it, not initialised,
-    // or nullptr. `home` receives what the record has to keep.
+    // What a record (8-byte aligned) with `textSize` bytes behind it takes.
+    static constexpr std::size_t sizeOf(std::size_t size, std::size_t textSize) noexcept
+    {
+        return (size + textSize + 7) & ~std::size_t{7};
+    }
+    // A record with `textSize` bytes behind it, not initialised, or nullptr.
     void* record(std::size_t size, std::size_t textSize, Home& home) noexcept
     {
-        const std::size_t total = (size + textSize + 7) & ~std::size_t{7};
-        if (static_cast<std::size_t>(end_ - cursor_) < total && !nextSlab(total)) return nullptr;
-        return take(total, home);
+        const std::size_t total = sizeOf(size, textSize);
+        if (!room_.holds(total) && !nextSlab(total)) return nullptr;
+        return room_.take(total, home);
     }
-    // The same, but nullptr also when the current slab has no room for it and kSpanSlack bytes
-    // more. Behind the record there is room for as much until the next one is laid.
-    void* roomyRecord(std::size_t size, std::size_t textSize, Home& home) noexcept
-    {
-        const std::size_t total = (size + textSize + 7) & ~std::size_t{7};
-        if (static_cast<std::size_t>(end_ - cursor_) < total + kSpanSlack) return nullptr;
-        return take(total, home);
-    }
+    SlabRoom& room() noexcept { return room_; }
     // To be called when a string of a record is a heap block: deletion then visits the records.
     void noteHeapString() noexcept { edited_ = true; }
 
@@ -99,20 +119,9 @@ public:
     void seal(bool wholeTree) noexcept;
 
 private:
-    void* take(std::size_t total, Home& home) noexcept
-    {
-        char* block = cursor_;
-        cursor_ += total;
-        ++records_;
-        home.bits = static_cast<std::uint32_t>((block - begin_) / 8) << Home::kOffsetShift;
-        return block;
-    }
     bool nextSlab(std::size_t needed) noexcept;
 
-    char* cursor_ = nullptr;
-    char* end_ = nullptr;
-    char* begin_ = nullptr;      // of the current slab
-    std::uint32_t records_ = 0;  // in the current slab
+    SlabRoom room_;
     bool edited_ = false;
     Slab* first_ = nullptr;
     std::size_t nextSize_;

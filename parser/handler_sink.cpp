@@ -31,7 +31,7 @@ static_assert(offsetof(XML_Parser, version) == 5 * sizeof(void*) + 16);
 namespace netxml {
 namespace {
 
-const char* textOf(Span terminated) noexcept
+const char* textOf(const Span& terminated) noexcept
 {
     return terminated.empty() ? nullptr : terminated.view().data();
 }
@@ -92,33 +92,49 @@ bool HandlerSink::listAttributes(const StartTag& tag) noexcept
     if (tag.attributeCount > UINT32_MAX || !attributes_.reserve(tag.attributeCount * 5))
         return false;
     for (std::size_t i = 0; i < tag.attributeCount; ++i) {
-        const TagAttribute& attribute = tag.attributes[i];
-        const char* value = attribute.value.view().data();
-        const char* row[5] = {attribute.name.local.view().data(), textOf(attribute.name.prefix),
-                              attribute.nameSpace.text(), value, value + attribute.value.size};
-        if (!attributes_.append(row, 5)) return false;
+        if (!list(tag.attributes[i])) return false;
     }
     return true;
+}
+
+bool HandlerSink::list(const TagAttribute& attribute) noexcept
+{
+    const char* value = attribute.value.view().data();
+    const char* row[5] = {attribute.name.local.view().data(), textOf(attribute.name.prefix),
+                          attribute.nameSpace.text(), value, value + attribute.value.size};
+    return attributes_.append(row, 5);
 }
 
 ParseError HandlerSink::startElement(const StartTag& tag) noexcept
 {
     if (!listDeclarations(tag) || !listAttributes(tag)) return ParseError::NoMemory;
+    return reportStart(tag.name, tag.nameSpace, tag.declarationCount);
+}
+
+// With the declarations and attributes that are listed.
+ParseError HandlerSink::reportStart(const QName& name, const Resolution& nameSpace,
+                                    std::size_t declarationCount) noexcept
+{
     if (!handler_.startElementNs) return ParseError::None;
-    handler_.startElementNs(parser_, tag.name.local.view().data(), textOf(tag.name.prefix),
-                            tag.nameSpace.text(), static_cast<std::uint32_t>(tag.declarationCount),
-                            declarations_.data(), static_cast<std::uint32_t>(tag.attributeCount), 0,
+    handler_.startElementNs(parser_, name.local.view().data(), textOf(name.prefix),
+                            nameSpace.text(), static_cast<std::uint32_t>(declarationCount),
+                            declarations_.data(),
+                            static_cast<std::uint32_t>(attributes_.size() / 5), 0,
                             attributes_.data());
     return raised();
 }
 
-ParseError HandlerSink::startBare(Span name, const Bindings& bindings) noexcept
+bool HandlerSink::Plain::lay(const QName& name, const Span& value,
+                             const Resolution& nameSpace) noexcept
 {
-    if (!handler_.startElementNs) return ParseError::None;
-    parser_->bindings = bindings.newest();
-    handler_.startElementNs(parser_, name.view().data(), nullptr, bindings.resolve({}).text(), 0,
-                            nullptr, 0, 0, nullptr);
-    return raised();
+    return sink_.list({name, value, nameSpace});
+}
+
+ParseError HandlerSink::Plain::enter(const Bindings& bindings) noexcept
+{
+    if (name_.prefix.empty()) nameSpace_ = bindings.resolve({});
+    sink_.parser_->bindings = bindings.newest();
+    return sink_.reportStart(name_, nameSpace_, 0);
 }
 
 ParseError HandlerSink::endElement(const QName& name, const Bindings& bindings) noexcept
@@ -130,14 +146,14 @@ ParseError HandlerSink::endElement(const QName& name, const Bindings& bindings) 
 }
 
 // A copy with a NUL behind it, valid until the next call; nullptr when memory runs out.
-const char* HandlerSink::terminated(Span text) noexcept
+const char* HandlerSink::terminated(const Span& text) noexcept
 {
     text_.clear();
     const bool done = text_.append(text.view().data(), text.size) && text_.push('\0');
     return done ? text_.data() : nullptr;
 }
 
-ParseError HandlerSink::characters(Span text) noexcept
+ParseError HandlerSink::characters(const Span& text) noexcept
 {
     if (!handler_.characters) return ParseError::None;
     const char* copy = text.size <= UINT32_MAX ? terminated(text) : nullptr;

@@ -20,17 +20,51 @@ public:
     ParseError startDocument() noexcept;
     ParseError endDocument() noexcept;
     ParseError startElement(const StartTag& tag) noexcept;
-    ParseError startBare(Span name, const Bindings& bindings) noexcept;
     ParseError endElement(const QName& name, const Bindings& bindings) noexcept;
-    ParseError characters(Span text) noexcept;
+    ParseError characters(const Span& text) noexcept;
     ParseError cdata(Span text) noexcept;
     ParseError comment(Span text) noexcept;
     ParseError processingInstruction(Span target, const Span* data) noexcept;
 
+    // Plain content: the texts have a NUL behind them already, except for characters.
+    class Plain {
+    public:
+        explicit Plain(HandlerSink& sink) noexcept : sink_{sink} {}
+        bool lay(const QName& name, const Resolution& nameSpace) noexcept
+        {
+            name_ = name;
+            nameSpace_ = nameSpace;
+            sink_.attributes_.clear();
+            return true;
+        }
+        bool lay(const QName& name, const Span& value, const Resolution& nameSpace) noexcept;
+        void forget() noexcept {}
+        ParseError enter(const Bindings& bindings) noexcept;
+        bool addText(const Span& text, ParseError& error) noexcept
+        {
+            error = sink_.characters(text);
+            return true;
+        }
+        ParseError leave(const QName& name, const Bindings& bindings) noexcept
+        {
+            return sink_.endElement(name, bindings);
+        }
+        void store() noexcept {}
+
+    private:
+        HandlerSink& sink_;
+        QName name_;
+        Resolution nameSpace_;
+    };
+    Plain plain() noexcept { return Plain{*this}; }
+
 private:
     // What the callback that just returned has stored.
     ParseError raised() const noexcept { return static_cast<ParseError>(parser_->error); }
-    const char* terminated(Span text) noexcept;
+    const char* terminated(const Span& text) noexcept;
+    ParseError reportStart(const QName& name, const Resolution& nameSpace,
+                           std::size_t declarationCount) noexcept;
+    bool list(const TagAttribute& attribute) noexcept;
     bool listDeclarations(const StartTag& tag) noexcept;
     bool listAttributes(const StartTag& tag) noexcept;
 

@@ -1,12 +1,11 @@
-// A place in plain text: what crosses it keeps it in registers.
+// A place in plain text: whoever crosses it keeps it in registers.
 //
 // Everything here is inlined into one loop on purpose; as calls, it would cost more than it does.
 #pragma once
 
 #include "parser/char_classes.hpp"
-#include "support/block.hpp"
+#include "parser/qname.hpp"
 #include "support/block_copy.hpp"
-#include "support/span.hpp"
 
 #include <cstring>
 
@@ -15,39 +14,46 @@ namespace netxml {
 struct PlainText {
     const std::uint8_t* p;
     const std::uint8_t* mark;
-    const std::uint8_t* const end;        // nothing plain reaches beyond, though `p` may
+    const std::uint8_t* const end;        // beyond it nothing is plain but end tags; up to it, whole
+                                          // blocks may be read
+    const std::uint8_t* const tagEnd;     // end tags neither
     const std::uint8_t* const bufferEnd;  // nothing may be read beyond
+
+    // `limit` is the place that must not be reached without a refill.
+    PlainText(const std::uint8_t* start, const std::uint8_t* startMark, const std::uint8_t* limit,
+              const std::uint8_t* lastByte) noexcept
+        : p{start}, mark{startMark}, end{wideEnd(start, limit, lastByte)}, tagEnd{limit},
+          bufferEnd{lastByte}
+    {
+    }
 
     [[gnu::always_inline]] bool at(char c) const noexcept
     {
         return p < end && *p == static_cast<std::uint8_t>(c);
     }
-    [[gnu::always_inline]] bool has(std::size_t bytes) const noexcept
-    {
-        return end - p >= static_cast<std::ptrdiff_t>(bytes);
-    }
-    // What was crossed since `start`; all of it was seen to be ASCII.
     [[gnu::always_inline]] Span from(const std::uint8_t* start) const noexcept
     {
-        const bool wide = static_cast<std::size_t>(bufferEnd - p) >= kSpanSlack;
-        return {start, static_cast<std::size_t>(p - start), true, wide};
+        return {start, static_cast<std::size_t>(p - start), true, true};
     }
 
     // Crosses valid characters up to one of `kStops`, or to what is not plain.
     template <std::uint8_t... kStops>
     [[gnu::always_inline]] void cross() noexcept
     {
-        for (;; ++p) {
-            p = findStop<NativeBlock, kStops...>(p, bufferEnd);
-            if (p == bufferEnd || !isBlank(*p)) return;
+        while (p < end) {
+            const NativeBlock block = NativeBlock::load(p);
+            const NativeBlock::Mask stops = (block.controlOrHigh() | ... | block.equal(kStops));
+            p += stops ? NativeBlock::first(stops) : NativeBlock::kWidth;
+            if (!stops) continue;
+            if (!isBlank(*p)) return;
+            ++p;
         }
     }
     // Crosses blanks, and sets the mark behind them if there are any.
     [[gnu::always_inline]] void skipBlanks() noexcept
     {
-        if (p >= end || !isBlank(*p)) return;
-        ++p;
-        toStop<&NativeBlock::notBlank, findNotBlank<NativeBlock>>();
+        if (p >= end || *p > ' ' || !isBlank(*p)) return;
+        toStop<&NativeBlock::notBlank>();
         mark = p;
     }
     // Crosses a name and sets the mark to its start. False unless it is one of ASCII alone, and
@@ -56,32 +62,88 @@ struct PlainText {
     {
         if (p >= end || (kAsciiClasses[*p] & kClassNameStart) == 0) return false;
         mark = p;
-        ++p;
-        toStop<&NativeBlock::notName, findNotName<NativeBlock>>();
+        toStop<&NativeBlock::notName>();
         found = from(mark);
         return p < end && *p < 0x80;
     }
-    // Goes to the first stop of a block's mask: mostly it is in the first block.
-    template <auto kMask, auto kFind>
+    // A qualified name, left behind it.
+    [[gnu::always_inline]] bool qualifiedName(QName& found) noexcept
+    {
+        found.prefix = {};
+        if (!name(found.local)) return false;
+        if (*p != ':') return true;
+        ++p;
+        found.prefix = found.local;
+        return name(found.local);
+    }
+    // Character data behind its leading blanks, left at "<", without the blanks at its end.
+    [[gnu::always_inline]] bool characters(Span& found) noexcept
+    {
+        const std::uint8_t* start = p;
+        for (;; ++p) {
+            cross<'<', '&', ']'>();
+            if (!at(']')) break;
+            if (p[1] == ']' && p[2] == '>') return false;
+        }
+        if (!at('<')) return false;
+        found = from(start);
+        while (isBlank(start[found.size - 1])) --found.size;
+        return true;
+    }
+    // The value of an attribute with its equals sign and quotes, left behind the closing one.
+    [[gnu::always_inline]] bool value(Span& found) noexcept
+    {
+        if (!at('=')) return false;
+        ++p;
+        const bool doubled = at('"');
+        if (!doubled && !at('\'')) return false;
+        const std::uint8_t* start = ++p;
+        if (doubled) cross<'"', '<', '&'>();
+        else cross<'\'', '<', '&'>();
+        if (!at(doubled ? '"' : '\'')) return false;
+        found = from(start);
+        ++p;
+        return true;
+    }
+    // The end tag of an element, entered at "</", left behind ">".
+    [[gnu::always_inline]] bool endTag(const QName& open) noexcept
+    {
+        p += 2;
+        if (!open.prefix.empty()) {
+            if (!follows(open.prefix) || *p != ':') return false;
+            ++p;
+        }
+        return follows(open.local) && *p++ == '>';
+    }
+
+private:
+    static const std::uint8_t* wideEnd(const std::uint8_t* start, const std::uint8_t* limit,
+                                       const std::uint8_t* lastByte) noexcept
+    {
+        if (static_cast<std::size_t>(lastByte - start) < kSpanSlack) return start;
+        const std::uint8_t* wide = lastByte - kSpanSlack;
+        return limit < wide ? limit : wide;
+    }
+    // Goes to the first stop of a block's mask, or to `end`.
+    template <auto kMask>
     [[gnu::always_inline]] void toStop() noexcept
     {
-        if (static_cast<std::size_t>(bufferEnd - p) >= NativeBlock::kWidth) {
+        while (p < end) {
             const NativeBlock::Mask stops = (NativeBlock::load(p).*kMask)();
             p += stops ? NativeBlock::first(stops) : NativeBlock::kWidth;
             if (stops) return;
         }
-        p = kFind(p, bufferEnd);
     }
-    // Crosses what must follow.
+    // Crosses a name that must follow, with one byte behind it.
     [[gnu::always_inline]] bool follows(const Span& expected) noexcept
     {
-        if (!has(expected.size)) return false;
-        const bool wide =
-            expected.wide && static_cast<std::size_t>(bufferEnd - p) >= expected.size + kSpanSlack;
-        const bool same = wide ? sameBlocks(p, expected.data, expected.size)
-                               : std::memcmp(p, expected.data, expected.size) == 0;
+        const std::uint8_t* start = p;
+        if (static_cast<std::size_t>(tagEnd - p) <= expected.size) return false;
         p += expected.size;
-        return same;
+        const bool wide =
+            expected.wide && static_cast<std::size_t>(bufferEnd - p) >= kSpanSlack;
+        return wide ? sameBlocks(start, expected.data, expected.size)
+                    : std::memcmp(start, expected.data, expected.size) == 0;
     }
 };
 

@@ -180,13 +180,9 @@ ParseError Scanner<Sink>::endTag() noexcept
 template <class Sink>
 ParseError Scanner<Sink>::closeElement() noexcept
 {
-    const OpenElement& element = open_.back();
     observe();
-    const ParseError error = sink_.endElement(element.name, bindings_);
-    bindings_.drop(depth());
-    parser_.bindings = bindings_.newest();
-    openMemory_.release(element.memory);
-    open_.pop();
+    const ParseError error = sink_.endElement(open_.back().name, bindings_);
+    dropElement();
     return error;
 }
 

@@ -5,183 +5,180 @@
 // before the next refill of the buffer is due. Whatever is not plain, or wrong, is left where it
 // begins to the rules that go character by character (scan_element.hpp, scan_text.hpp): cursor and
 // mark stand there as these would have put them.
+//
+// A sink offers a `Plain` that takes what was found. What it has laid of a start tag is given up
+// again (forget) when the tag turns out not to be plain. All of this is inlined into one loop, so
+// that places and records lie in registers.
 #pragma once
 
 #include "parser/plain_text.hpp"
 #include "parser/scanner.hpp"
+#include "parser/seen_names.hpp"
 
 namespace netxml {
 
 template <class Sink>
-[[gnu::always_inline]] inline bool Scanner<Sink>::plainQName(PlainText& text, QName& name) noexcept
+[[gnu::always_inline]] inline bool Scanner<Sink>::resolvePlain(const QName& name,
+                                                               Resolution& nameSpace) noexcept
 {
-    name.prefix = {};
-    if (!text.name(name.local)) return false;
-    if (*text.p != ':') return true;
-    ++text.p;
-    name.prefix = name.local;
-    return text.name(name.local);
+    if (name.prefix.empty()) return true;
+    nameSpace = bindings_.resolve(name.prefix.view());
+    return nameSpace.bound();
 }
 
-// Sinks that do not copy what they keep get copies with a NUL behind them.
+// A copy with a NUL behind it, where the text does not stay or the sink needs that.
 template <class Sink>
-[[gnu::always_inline]] inline bool Scanner<Sink>::keepPlain(TagAttribute& attribute) noexcept
+[[gnu::always_inline]] inline bool Scanner<Sink>::keepPlain(ChunkStack& memory,
+                                                            QName& name) noexcept
 {
-    if constexpr (Sink::kTakesInputInPlace) return true;
-    QName& name = attribute.name;
-    return tagMemory_.keep(name.local) && tagMemory_.keep(attribute.value) &&
-           (name.prefix.empty() || tagMemory_.keep(name.prefix));
+    return memory.keep(name.local) && (name.prefix.empty() || memory.keep(name.prefix));
 }
 
 template <class Sink>
-[[gnu::always_inline]] inline bool Scanner<Sink>::plainAttribute(PlainText& text) noexcept
+[[gnu::always_inline]] inline bool
+Scanner<Sink>::plainAttribute(PlainText& text, Plain& out, SeenNames& seen) noexcept
 {
-    TagAttribute* attribute = attributes_.next();
-    if (!attribute || !plainQName(text, attribute->name) || *text.p != '=') return false;
-    ++text.p;
-    const bool doubled = text.at('"');
-    if (!doubled && !text.at('\'')) return false;
-    const std::uint8_t* start = ++text.p;
-    if (doubled) text.cross<'"', '<', '&'>();
-    else text.cross<'\'', '<', '&'>();
-    if (!text.at(doubled ? '"' : '\'')) return false;
-    attribute->value = text.from(start);
-    ++text.p;
-    const QName& name = attribute->name;
-    if ((name.prefix.empty() ? name.local : name.prefix).view() == "xmlns") return false;
-    if (!keepPlain(*attribute)) return false;
-    attributes_.commit();
-    return true;
-}
-
-// The attributes up to the end of the tag, which is not passed.
-template <class Sink>
-[[gnu::always_inline]] inline bool Scanner<Sink>::plainAttributes(PlainText& text) noexcept
-{
-    for (;;) {
-        if (!text.has(2)) return false;
-        if (*text.p == '>' || (*text.p == '/' && text.p[1] == '>')) return true;
-        if (!isBlank(*text.p)) return false;
-        text.skipBlanks();
-        if (!text.has(2)) return false;
-        if (*text.p == '>' || (*text.p == '/' && text.p[1] == '>')) return true;
-        if (!plainAttribute(text)) return false;
-    }
-}
-
-// A start tag. Entered at "<", left at its ">" or "/>"; the element is then open, but not reported.
-template <class Sink>
-[[gnu::always_inline]] inline bool Scanner<Sink>::plainStartTag(PlainText& text) noexcept
-{
-    OpenElement* element = open_.next();
-    ++text.p;
-    if (!element || !plainQName(text, element->name)) return false;
-    attributes_.clear();
-    declarations_ = 0;
-    if (!plainAttributes(text)) return false;
-    QName& name = element->name;
-    element->memory = openMemory_.mark();
-    if (!inPlace_ &&
-        !(openMemory_.keep(name.local) && (name.prefix.empty() || openMemory_.keep(name.prefix))))
+    constexpr std::uint64_t kXmlns = UINT64_C(0x736E6C6D78);
+    QName name;
+    Span value;
+    Resolution nameSpace;
+    if (!text.qualifiedName(name) || !text.value(value)) return false;
+    const std::uint64_t key = SeenNames::keyOf(name.local);
+    if ((name.prefix.empty() ? key : SeenNames::keyOf(name.prefix)) == kXmlns) return false;
+    if (!seen.add(name.local, key) || !resolvePlain(name, nameSpace)) return false;
+    if (!Sink::kTakesInputInPlace && !(keepPlain(tagMemory_, name) && tagMemory_.keep(value)))
         return false;
-    open_.commit();
-    return true;
+    return out.lay(name, value, nameSpace);
 }
 
-// An end tag that is exactly that of the open element. Entered at "</", left behind ">".
+// A start tag. Entered at "<", left at its ">" or "/>".
 template <class Sink>
-[[gnu::always_inline]] inline bool Scanner<Sink>::plainEndTag(PlainText& text) noexcept
+template <bool kCopies>
+[[gnu::always_inline]] inline bool Scanner<Sink>::plainStartTag(PlainText& text, Plain& out,
+                                                                OpenElement& element,
+                                                                SeenNames& seen) noexcept
 {
-    const QName& name = open_.back().name;
-    text.p += 2;
-    if (!name.prefix.empty()) {
-        if (!text.follows(name.prefix) || !text.at(':')) return false;
-        ++text.p;
-    }
-    if (!text.follows(name.local)) return false;
-    text.skipBlanks();
-    if (!text.at('>')) return false;
+    QName& name = element.name;
+    Resolution nameSpace;
     ++text.p;
-    return true;
-}
-
-// Character data. Entered behind its leading blanks, left at "<"; `characters` is without the
-// blanks at its end.
-template <class Sink>
-[[gnu::always_inline]] inline bool Scanner<Sink>::plainCharacters(PlainText& text,
-                                                                  Span& characters) const noexcept
-{
-    const std::uint8_t* start = text.p;
-    for (;; ++text.p) {
-        text.cross<'<', '&', ']'>();
-        if (!text.at(']')) break;
-        if (!text.has(3) || (text.p[1] == ']' && text.p[2] == '>')) return false;
+    if (!text.qualifiedName(name) || !resolvePlain(name, nameSpace)) return false;
+    if (kCopies && !keepPlain(openMemory_, name)) return false;
+    if (!out.lay(name, nameSpace)) return false;
+    if (*text.p == '>') return true;
+    seen.clear();
+    for (;;) {
+        const bool apart = isBlank(*text.p);
+        text.skipBlanks();
+        if (text.p >= text.end) return false;
+        if (*text.p == '>' || (*text.p == '/' && text.p[1] == '>')) return true;
+        if (!apart || !plainAttribute(text, out, seen)) return false;
     }
-    if (!text.at('<')) return false;
-    characters = text.from(start);
-    while (isBlank(characters.data[characters.size - 1])) --characters.size;
-    return true;
 }
 
-// The start event, and the end event of an empty element. Entered at ">" or "/>", left behind it.
+// Puts an element onto the stack, where room was made for it. What is not copied has taken no
+// memory since the element began.
 template <class Sink>
-[[gnu::always_inline]] inline ParseError Scanner<Sink>::reportPlainStart(PlainText& text) noexcept
+template <bool kCopies>
+[[gnu::always_inline]] inline void Scanner<Sink>::keepOpen(OpenElement& element) noexcept
 {
-    cursor_.moveTo(text.p, text.mark);
-    const QName& name = open_.back().name;
+    if constexpr (!kCopies) element.memory = openMemory_.mark();
+    *open_.next() = element;
+    open_.commit();
+}
+
+// Brings cursor and position to the place reached, for a sink that shows them.
+template <class Sink>
+[[gnu::always_inline]] inline void Scanner<Sink>::reach(const PlainText& text) noexcept
+{
+    if constexpr (Sink::kReadsPosition) {
+        cursor_.moveTo(text.p, text.mark);
+        cursor_.settle();
+    }
+}
+
+// A start tag with its event. Entered at "<", left behind it. None of it has happened unless
+// `entered`; an error leaves it in front of the ">".
+template <class Sink>
+template <bool kCopies>
+[[gnu::always_inline]] inline ParseError
+Scanner<Sink>::enterPlain(PlainText& text, Plain& out, OpenElement& element, SeenNames& seen,
+                          bool& entered, bool& empty) noexcept
+{
+    ChunkStack::Mark values;
+    if constexpr (kCopies) element.memory = openMemory_.mark();
+    if constexpr (!Sink::kTakesInputInPlace) values = tagMemory_.mark();
+    entered = plainStartTag<kCopies>(text, out, element, seen);
     ParseError error = ParseError::None;
-    if (attributes_.empty() && name.prefix.empty()) {
-        observe();
-        error = sink_.startBare(name.local, bindings_);
+    if (entered) {
+        reach(text);
+        error = out.enter(bindings_);
     } else {
-        error = reportStart();
+        out.forget();
+        if constexpr (kCopies) openMemory_.release(element.memory);
     }
-    if (error != ParseError::None) return error;
-    const bool empty = *text.p == '/';
+    if constexpr (!Sink::kTakesInputInPlace) tagMemory_.release(values);
+    if (!entered || error != ParseError::None) return error;
+    empty = *text.p == '/';
     text.p += empty ? 2 : 1;
-    if (!empty) return ParseError::None;
-    cursor_.moveTo(text.p, text.mark);
-    return closeElement();
+    return ParseError::None;
+}
+
+// The innermost open element stays in registers until another one is opened in it: most are closed
+// before that, and never come onto the stack.
+template <class Sink>
+template <bool kCopies>
+ParseError Scanner<Sink>::plainRun() noexcept
+{
+    PlainText text{cursor_.place(), cursor_.markPlace(), cursor_.plainEnd(), cursor_.bufferEnd()};
+    Plain out = sink_.plain();
+    SeenNames seen;
+    OpenElement top{};
+    bool hasTop = false;  // else the innermost one is that of the stack
+    const std::uint8_t* start = text.p;
+    const std::uint8_t* mark = text.mark;
+    ParseError error = ParseError::None;
+    while (error == ParseError::None && (hasTop || !open_.empty())) {
+        bool closes = false;
+        text.skipBlanks();
+        if (text.tagEnd - text.p < 2) break;
+        if (*text.p != '<') {
+            Span characters;
+            if (!text.characters(characters)) break;
+            reach(text);
+            if (!out.addText(characters, error)) break;
+        } else if (text.p[1] != '/') {
+            if (!open_.reserve(2)) break;  // for this one and the one around it: neither fails later
+            if (hasTop) keepOpen<kCopies>(top);
+            error = enterPlain<kCopies>(text, out, top, seen, hasTop, closes);
+            if (!hasTop) break;
+        } else {
+            if (!text.endTag(hasTop ? top.name : open_.back().name)) break;
+            closes = true;
+        }
+        if (closes && error == ParseError::None) {
+            reach(text);
+            error = out.leave(hasTop ? top.name : open_.back().name, bindings_);
+            if (!hasTop) dropElement();
+            else if constexpr (kCopies) openMemory_.release(top.memory);
+            hasTop = false;
+        }
+        start = text.p;
+        mark = text.mark;
+    }
+    if (hasTop) keepOpen<kCopies>(top);
+    out.store();
+    cursor_.moveTo(start, mark);
+    return error;
 }
 
 // Crosses plain content as far as it goes.
 template <class Sink>
 ParseError Scanner<Sink>::plainContent() noexcept
 {
-    PlainText text{cursor_.place(), cursor_.markPlace(), cursor_.plainEnd(), cursor_.bufferEnd()};
-    const ChunkStack::Mark tagMemory = tagMemory_.mark();
-    ParseError error = ParseError::None;
-    const std::uint8_t* start = text.p;
-    const std::uint8_t* mark = text.mark;
-    while (!open_.empty()) {
-        text.skipBlanks();
-        if (!text.has(2)) break;
-        if (*text.p != '<') {
-            Span characters;
-            if (!plainCharacters(text, characters)) break;
-            cursor_.moveTo(text.p, text.mark);
-            observe();
-            error = sink_.characters(characters);
-        } else if (text.p[1] == '/') {
-            if (!plainEndTag(text)) break;
-            cursor_.moveTo(text.p, text.mark);
-            error = closeElement();
-        } else {
-            const ChunkStack::Mark memory = openMemory_.mark();
-            if (!plainStartTag(text)) {
-                openMemory_.release(memory);
-                tagMemory_.release(tagMemory);
-                break;
-            }
-            error = reportPlainStart(text);
-            tagMemory_.release(tagMemory);
-        }
-        if (error != ParseError::None) return error;
-        start = text.p;
-        mark = text.mark;
+    if constexpr (Sink::kTakesInputInPlace) {
+        if (inPlace_) return plainRun<false>();
     }
-    cursor_.moveTo(start, mark);
-    return ParseError::None;
+    return plainRun<true>();
 }
 
 }  // namespace netxml

@@ -8,12 +8,21 @@
 //     ParseError startDocument();
 //     ParseError endDocument();
 //     ParseError startElement(const StartTag& tag);
-//     ParseError startBare(Span name, const Bindings& bindings);  // a tag that is only this name
 //     ParseError endElement(const QName& name, const Bindings& bindings);
 //     ParseError characters(Span text);
 //     ParseError cdata(Span text);
 //     ParseError comment(Span text);
 //     ParseError processingInstruction(Span target, const Span* data);
+//
+// and for plain content (scan_plain.hpp) a `Plain` made by plain(), with
+//
+//     bool lay(const QName& name, const Resolution& nameSpace);  // a start tag, not yet an event
+//     bool lay(const QName& name, const Span& value, const Resolution& nameSpace);  // an attribute
+//     void forget();                                             // the start tag was none
+//     ParseError enter(const Bindings& bindings);                // it was: the start event
+//     bool addText(const Span& text, ParseError& error);         // false: not here, and no event
+//     ParseError leave(const QName& name, const Bindings& bindings);
+//     void store();                                              // at the end
 //
 // Spans are valid during the call. One that is not taken in place has a NUL behind it if it is a
 // name or an attribute's value.
@@ -23,6 +32,7 @@
 #include "parser/cursor.hpp"
 #include "parser/parse_error.hpp"
 #include "parser/plain_text.hpp"
+#include "parser/seen_names.hpp"
 #include "parser/start_tag.hpp"
 #include "support/chunk_stack.hpp"
 #include "support/grow_buffer.hpp"
@@ -69,16 +79,22 @@ private:
     ParseError name(ChunkStack& memory, Span& name) noexcept;
     ParseError qualifiedName(ChunkStack& memory, QName& name) noexcept;
 
-    // scan_plain.hpp; what answers with false has left its PlainText somewhere
+    // scan_plain.hpp
+    using Plain = typename Sink::Plain;
     ParseError plainContent() noexcept;
-    bool plainQName(PlainText& text, QName& name) noexcept;
-    bool plainStartTag(PlainText& text) noexcept;
-    bool plainAttributes(PlainText& text) noexcept;
-    bool plainAttribute(PlainText& text) noexcept;
-    bool keepPlain(TagAttribute& attribute) noexcept;
-    bool plainEndTag(PlainText& text) noexcept;
-    bool plainCharacters(PlainText& text, Span& characters) const noexcept;
-    ParseError reportPlainStart(PlainText& text) noexcept;
+    template <bool kCopies>
+    ParseError plainRun() noexcept;
+    template <bool kCopies>
+    ParseError enterPlain(PlainText& text, Plain& out, OpenElement& element, SeenNames& seen,
+                          bool& entered, bool& empty) noexcept;
+    template <bool kCopies>
+    bool plainStartTag(PlainText& text, Plain& out, OpenElement& element, SeenNames& seen) noexcept;
+    bool plainAttribute(PlainText& text, Plain& out, SeenNames& seen) noexcept;
+    bool resolvePlain(const QName& name, Resolution& nameSpace) noexcept;
+    bool keepPlain(ChunkStack& memory, QName& name) noexcept;
+    template <bool kCopies>
+    void keepOpen(OpenElement& element) noexcept;
+    void reach(const PlainText& text) noexcept;
 
     // scan_text.hpp
     ParseError characterData() noexcept;
@@ -89,6 +105,14 @@ private:
     ParseError reference() noexcept;
     ParseError characterReference() noexcept;
 
+    // Takes the innermost element off the stack, with what it declared.
+    void dropElement() noexcept
+    {
+        bindings_.drop(depth());
+        parser_.bindings = bindings_.newest();
+        openMemory_.release(open_.back().memory);
+        open_.pop();
+    }
     // To be called before each event.
     void observe() noexcept
     {

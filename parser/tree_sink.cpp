@@ -6,13 +6,6 @@
 namespace netxml {
 namespace {
 
-// The declaration that a prefix is bound to; `xml` may be bound without one.
-const XML_DOM_NsDecl* boundTo(Span prefix, const Resolution& resolution) noexcept
-{
-    if (prefix.empty()) return nullptr;
-    return resolution.binding ? resolution.binding->declaration : &kXmlDeclaration;
-}
-
 void formatReport(char* buffer, std::uint32_t size, const char* format, ...) noexcept
 {
     std::va_list arguments;
@@ -38,7 +31,7 @@ ParseError TreeSink::endDocument() noexcept
     return ParseError::None;
 }
 
-ParseError TreeSink::makeElement(const Span& name) noexcept
+ParseError TreeSink::addElement(const Span& name) noexcept
 {
     std::string_view text;
     const ParseError error = names_.convert(name, text);
@@ -74,25 +67,15 @@ ParseError TreeSink::addDeclarations(const StartTag& tag) noexcept
 
 ParseError TreeSink::addAttribute(const TagAttribute& attribute) noexcept
 {
-    XML_DOM_Attr* attr = nullptr;
-    if (attribute.name.local.ascii && attribute.value.ascii)
-        attr = layAttr(arena_, attribute.name.local, attribute.value);
-    if (attr) builder_.add(attr);
-    else if (const ParseError error = makeAttribute(attribute, attr); error != ParseError::None)
-        return error;
-    attr->nameSpace = boundTo(attribute.name.prefix, attribute.nameSpace);
-    return ParseError::None;
-}
-
-ParseError TreeSink::makeAttribute(const TagAttribute& attribute, XML_DOM_Attr*& attr) noexcept
-{
     std::string_view name;
     std::string_view value;
     ParseError error = names_.convert(attribute.name.local, name);
     if (error == ParseError::None) error = values_.convert(attribute.value, value);
     if (error != ParseError::None) return error;
-    attr = builder_.addAttribute(name, value);
-    return attr ? ParseError::None : ParseError::Internal;
+    XML_DOM_Attr* attr = builder_.addAttribute(name, value);
+    if (!attr) return ParseError::Internal;
+    attr->nameSpace = declarationOf(attribute.name, attribute.nameSpace);
+    return ParseError::None;
 }
 
 ParseError TreeSink::startElement(const StartTag& tag) noexcept
@@ -100,13 +83,13 @@ ParseError TreeSink::startElement(const StartTag& tag) noexcept
     ParseError error = addElement(tag.name.local);
     if (error == ParseError::None && tag.declarationCount != 0) error = addDeclarations(tag);
     if (error != ParseError::None) return error;
-    current_->nameSpace = boundTo(tag.name.prefix, tag.nameSpace);
+    current_->nameSpace = declarationOf(tag.name, tag.nameSpace);
     for (std::size_t i = 0; i < tag.attributeCount && error == ParseError::None; ++i)
         error = addAttribute(tag.attributes[i]);
     return error;
 }
 
-ParseError TreeSink::makeTextual(XML_DOM_NodeType type, const Span& text) noexcept
+ParseError TreeSink::textual(XML_DOM_NodeType type, const Span& text) noexcept
 {
     std::string_view converted{""};
     if (!text.empty()) {

@@ -1,8 +1,9 @@
 // The sink that builds a tree directly, in slabs and in document order.
 #pragma once
 
-#include "dom/lay.hpp"
+#include "dom/slab.hpp"
 #include "parser/internal_text.hpp"
+#include "parser/plain_tree.hpp"
 #include "parser/start_tag.hpp"
 #include "parser/tree_builder.hpp"
 
@@ -27,7 +28,6 @@ public:
     ParseError startDocument() noexcept { return ParseError::None; }
     ParseError endDocument() noexcept;
     ParseError startElement(const StartTag& tag) noexcept;
-    ParseError startBare(const Span& name, const Bindings&) noexcept { return addElement(name); }
     ParseError endElement(const QName&, const Bindings&) noexcept
     {
         builder_.leaveElement();
@@ -37,6 +37,9 @@ public:
     ParseError cdata(const Span& text) noexcept { return textual(XML_DOM_NODE_CDATA, text); }
     ParseError comment(Span) noexcept { return ParseError::None; }
     ParseError processingInstruction(Span, const Span*) noexcept { return ParseError::None; }
+
+    using Plain = PlainTree;
+    Plain plain() noexcept { return {arena_.room(), current_}; }
 
     // True once an error has been written into the caller's buffer.
     bool hasReported() const noexcept { return reported_; }
@@ -49,29 +52,11 @@ private:
     // A tree of records takes about this many times its text; too small a guess costs another slab.
     static constexpr std::size_t kTreePerInput = 4;
 
-    // Most names and texts are short and ASCII, and the slab has room.
-    [[gnu::always_inline]] ParseError addElement(const Span& name) noexcept
-    {
-        XML_DOM_Node* element = name.ascii ? layElement(arena_, name) : nullptr;
-        if (!element) return makeElement(name);
-        return builder_.enter(element) ? ParseError::None : ParseError::Internal;
-    }
-    [[gnu::always_inline]] ParseError textual(XML_DOM_NodeType type, const Span& text) noexcept
-    {
-        if (text.ascii && builder_.takesChildren()) {
-            if (XML_DOM_Node* node = layTextual(arena_, type, text)) {
-                builder_.add(node);
-                return ParseError::None;
-            }
-        }
-        return makeTextual(type, text);
-    }
-    ParseError makeElement(const Span& name) noexcept;
-    ParseError makeTextual(XML_DOM_NodeType type, const Span& text) noexcept;
+    ParseError addElement(const Span& name) noexcept;
+    ParseError textual(XML_DOM_NodeType type, const Span& text) noexcept;
     ParseError addDeclarations(const StartTag& tag) noexcept;
     ParseError addDeclaration(Binding& binding) noexcept;
     ParseError addAttribute(const TagAttribute& attribute) noexcept;
-    ParseError makeAttribute(const TagAttribute& attribute, XML_DOM_Attr*& attr) noexcept;
 
     Arena arena_;
     XML_DOM_Node* root_ = nullptr;
