@@ -57,4 +57,19 @@ template <class Record>
     return attr;
 }
 
+// `prefix` is nullptr for the default namespace.
+[[gnu::always_inline]] inline XML_DOM_NsDecl* layDecl(SlabRoom& room, const Span* prefix,
+                                                      const Span& name) noexcept
+{
+    const std::size_t prefixSize = prefix ? prefix->size + 1 : 0;
+    auto* decl = layRecord<XML_DOM_NsDecl>(room, prefixSize + name.size + 1);
+    if (!decl) return nullptr;
+    char* strings = reinterpret_cast<char*>(decl + 1);
+    if (prefix) copyTerminated(strings, *prefix);
+    decl->prefix = prefix ? strings : nullptr;
+    copyTerminated(strings + prefixSize, name);
+    decl->name = strings + prefixSize;
+    return decl;
+}
+
 }  // namespace netxml

@@ -25,6 +25,11 @@ struct Home {
 
     bool owns(std::uint32_t string) const noexcept { return (bits & string) != 0; }
     bool inSlab() const noexcept { return bits >> kOffsetShift != 0; }
+    // Of an offset in bytes, a multiple of 8.
+    static constexpr std::uint32_t bitsOf(std::uint32_t offset) noexcept
+    {
+        return offset >> (3 - kOffsetShift);
+    }
     std::size_t slabOffset() const noexcept { return std::size_t{bits >> kOffsetShift} * 8; }
 };
 

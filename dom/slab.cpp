@@ -61,4 +61,11 @@ void Arena::seal(bool wholeTree) noexcept
     room_ = {};
 }
 
+void Arena::abandon() noexcept
+{
+    releaseArena(first_);
+    first_ = nullptr;
+    room_ = {};
+}
+
 }  // namespace netxml

@@ -77,8 +77,7 @@ struct SlabRoom {
         char* block = cursor;
         cursor += total;
         ++records;
-        const auto offset = static_cast<std::uint32_t>(block - begin);
-        home.bits = (offset / 8) << Home::kOffsetShift;
+        home.bits = Home::bitsOf(static_cast<std::uint32_t>(block - begin));
         return block;
     }
 };
@@ -110,13 +109,20 @@ public:
         if (!room_.holds(total) && !nextSlab(total)) return nullptr;
         return room_.take(total, home);
     }
-    SlabRoom& room() noexcept { return room_; }
+    // The slab at hand; the first one is made for it, if memory is to be had.
+    SlabRoom& room() noexcept
+    {
+        if (!first_) static_cast<void>(nextSlab(0));
+        return room_;
+    }
     // To be called when a string of a record is a heap block: deletion then visits the records.
     void noteHeapString() noexcept { edited_ = true; }
 
     // Ends the building: the records belong to the tree from here on. `wholeTree` says that they
     // are one document and nothing else.
     void seal(bool wholeTree) noexcept;
+    // Ends it without a tree: whatever was laid out goes.
+    void abandon() noexcept;
 
 private:
     bool nextSlab(std::size_t needed) noexcept;

@@ -20,6 +20,7 @@ void detectMark(XML_IO_InStream& s) noexcept
         {2, {0xFE, 0xFF}, XML_ENCODING_UTF_16BE},
         {3, {0xEF, 0xBB, 0xBF}, XML_ENCODING_UTF_8},
     };
+    if (s.available() != 0 && *s.cursor == '<') return;  // as most do
     for (const Mark& mark : kMarks) {
         if (s.available() < mark.size || std::memcmp(s.cursor, mark.bytes, mark.size) != 0)
             continue;
@@ -41,8 +42,9 @@ XML_Encoding detectEncoding(const XML_IO_InStream& s) noexcept
         {{0, '<', 0, '?'}, XML_ENCODING_UTF_16BE},  {{'<', 0, 0, 0}, XML_ENCODING_UTF_32LE},
         {{0, 0, 0, '<'}, XML_ENCODING_UTF_32BE},
     };
+    if (s.available() < 4 || (s.cursor[0] != 0 && s.cursor[1] != 0)) return XML_ENCODING_UTF_8;
     for (const Start& start : kStarts) {
-        if (s.available() >= 4 && std::memcmp(s.cursor, start.bytes, 4) == 0) return start.encoding;
+        if (std::memcmp(s.cursor, start.bytes, 4) == 0) return start.encoding;
     }
     return XML_ENCODING_UTF_8;
 }

@@ -69,9 +69,7 @@ XML_IO_InStream* startReading(heap::Owned<XML_IO_InStream> stream) noexcept
 
 void releaseStream(XML_IO_InStream* stream) noexcept
 {
-    StreamBuffer::text(*stream).release();
-    StreamBuffer::raw(*stream).release();
-    closeConverter(stream->converter);
+    releaseBuffers(*stream);
     heap::release(stream);
 }
 
@@ -105,6 +103,25 @@ void refill(XML_IO_InStream& s, std::size_t wanted) noexcept
 
 }  // namespace
 
+void openMemory(XML_IO_InStream& s, const std::uint8_t* data, std::size_t length) noexcept
+{
+    s = {};
+    s.base = const_cast<std::uint8_t*>(data);  // never written: allocated stays 0
+    s.mark = s.cursor = s.base;
+    s.end = s.base + length;
+    s.capacity = length;
+    s.status = StreamStatus::End;
+    s.converter = noConverter();
+    detectMark(s);
+}
+
+void releaseBuffers(XML_IO_InStream& s) noexcept
+{
+    StreamBuffer::text(s).release();
+    StreamBuffer::raw(s).release();
+    closeConverter(s.converter);
+}
+
 void fillAhead(XML_IO_InStream& s, std::size_t wanted) noexcept
 {
     while (s.status == StreamStatus::More && s.available() < wanted) refill(s, wanted);
@@ -119,13 +136,7 @@ XML_IO_InStream* XML_IO_ByMem(const uint8_t* data, size_t length)
     if (!data || length == 0) return nullptr;
     auto stream = heap::make<XML_IO_InStream>();
     if (!stream) return nullptr;
-    stream->base = const_cast<uint8_t*>(data);  // never written: allocated stays 0
-    stream->mark = stream->cursor = stream->base;
-    stream->end = stream->base + length;
-    stream->capacity = length;
-    stream->status = StreamStatus::End;
-    stream->converter = noConverter();
-    detectMark(*stream);
+    openMemory(*stream, data, length);
     return stream.release();  // the caller destroys it
 }
 

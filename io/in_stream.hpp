@@ -79,6 +79,11 @@ static_assert(offsetof(XML_IO_InStream, readContext) == 8 * sizeof(void*) + 16);
 
 namespace netxml {
 
+// Makes a stream over a block, as XML_IO_ByMem() does, in a record of the caller's; and gives back
+// what a stream holds besides its record and its source.
+void openMemory(XML_IO_InStream& stream, const std::uint8_t* data, std::size_t length) noexcept;
+void releaseBuffers(XML_IO_InStream& stream) noexcept;
+
 // As XML_IO_Grow(), for a look-ahead of `wanted` bytes and until they are there or the source ends.
 void fillAhead(XML_IO_InStream& stream, std::size_t wanted) noexcept;
 

@@ -19,15 +19,9 @@ ParseError Bindings::declare(ChunkStack& memory, Span prefix, Span name, std::si
     if (same && same->depth == depth) return ParseError::AttributeRedefined;
 
     void* block = memory.allocate(sizeof(Binding));
-    const char* prefixText = memory.copyText(prefix.data, prefix.size);
-    const char* nameText = memory.copyText(name.data, name.size);
-    if (!block || !prefixText || !nameText) return ParseError::NoMemory;
-    auto* binding = new (block) Binding{{nullptr, nullptr, {prefixText, prefix.size}, depth},
-                                        prefix.empty() ? nullptr : prefixText,
-                                        {nameText, name.size},
-                                        nullptr,
-                                        0,
-                                        false};
+    if (!block || !memory.keep(prefix) || !memory.keep(name)) return ParseError::NoMemory;
+    auto* binding = new (block)
+        Binding{{nullptr, nullptr, prefix.view(), depth}, prefix, name, nullptr, 0, false};
     return scope_.push(binding) ? ParseError::None : ParseError::NoMemory;
 }
 

@@ -13,12 +13,18 @@ namespace netxml {
 
 // One binding, in the memory of the element that declares it; dies with that element.
 struct Binding : PrefixEntry {
-    const char* prefixText;             // NULL for the default namespace
-    std::string_view name;              // NUL-terminated
+    Span prefixSpan;  // as `prefix`; both texts have a NUL behind them
+    Span name;
     const XML_DOM_NsDecl* declaration;  // what a tree being built made of it
     std::uint64_t nameHash;  // of the name, once `hashed`: a long one is hashed only once
     bool hashed;
 
+    bool isDefault() const noexcept { return prefixSpan.empty(); }
+    // NULL for the default namespace.
+    const char* prefixText() const noexcept
+    {
+        return isDefault() ? nullptr : prefixSpan.view().data();
+    }
     const Binding* olderBinding() const noexcept { return static_cast<const Binding*>(older); }
 };
 
@@ -46,7 +52,7 @@ public:
     Resolution resolve(std::string_view prefix) const noexcept
     {
         auto* binding = static_cast<Binding*>(scope_.find(prefix));
-        if (binding) return {binding, binding->name};
+        if (binding) return {binding, binding->name.view()};
         return {nullptr,
                 prefix == "xml" ? std::string_view{XML_NAMESPACE_XML} : std::string_view{}};
     }

@@ -4,17 +4,15 @@
 
 namespace netxml {
 
-heap::Owned<XML_Parser> makeContext(XML_IO_InStream& stream,
-                                    const XML_SAX_Handler* handler) noexcept
+XML_Parser makeContext(XML_IO_InStream& stream, const XML_SAX_Handler* handler) noexcept
 {
-    auto context = heap::make<XML_Parser>();
-    if (!context) return context;
-    context->handler = handler;
-    context->stream = &stream;
-    context->encoding = stream.encoding;
-    context->line = 1;
-    context->column = 1;
-    context->version = kVersion;
+    XML_Parser context{};
+    context.handler = handler;
+    context.stream = &stream;
+    context.encoding = stream.encoding;
+    context.line = 1;
+    context.column = 1;
+    context.version = kVersion;
     return context;
 }
 

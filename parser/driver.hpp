@@ -3,13 +3,11 @@
 
 #include "parser/error_text.hpp"
 #include "parser/scanner.hpp"
-#include "support/heap.hpp"
 
 namespace netxml {
 
-// A zero-filled context at line 1, column 1, or an empty owner.
-heap::Owned<XML_Parser> makeContext(XML_IO_InStream& stream,
-                                    const XML_SAX_Handler* handler) noexcept;
+// The context at line 1, column 1. It lies with whoever parses: that call outlives every event.
+XML_Parser makeContext(XML_IO_InStream& stream, const XML_SAX_Handler* handler) noexcept;
 
 // Switches a source without a mark to the encoding that its first four bytes show.
 ParseError applyDetectedEncoding(XML_IO_InStream& stream) noexcept;
@@ -25,17 +23,16 @@ ParseError overruledBy(const XML_IO_InStream& stream, ParseError error) noexcept
 template <class Sink>
 std::uint32_t runParse(XML_IO_InStream& stream, const XML_SAX_Handler* handler, Sink& sink) noexcept
 {
-    const heap::Owned<XML_Parser> context = makeContext(stream, handler);
-    if (!context) return XML_RET_FAIL;
-    sink.begin(*context);
+    XML_Parser context = makeContext(stream, handler);
+    sink.begin(context);
     ParseError error = applyDetectedEncoding(stream);
-    Scanner<Sink> scanner{stream, *context, sink};
+    Scanner<Sink> scanner{stream, context, sink};
     if (error == ParseError::None) error = scanner.document();
     error = overruledBy(stream, error);
     if (error == ParseError::None) return XML_RET_OK;
     scanner.settle();
-    context->error = static_cast<XML_ErrorCode>(error);
-    sink.report(*context, stream);
+    context.error = static_cast<XML_ErrorCode>(error);
+    sink.report(context, stream);
     return XML_RET_FAIL;
 }
 
@@ -54,7 +51,12 @@ std::uint32_t parseAndDestroy(XML_IO_InStream* stream, void (*destroy)(XML_IO_In
 template <class Parse>
 std::uint32_t parseMemory(const std::uint8_t* data, std::uint32_t length, Parse parse) noexcept
 {
-    return parseAndDestroy(XML_IO_ByMem(data, length), XML_IO_DestroyByMem, parse);
+    if (!data || length == 0) return XML_RET_FAIL;
+    XML_IO_InStream stream;
+    openMemory(stream, data, length);
+    const std::uint32_t status = parse(stream);
+    releaseBuffers(stream);
+    return status;
 }
 
 template <class Parse>

@@ -2,6 +2,7 @@
 
 #include "parser/error_text.hpp"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -73,15 +74,14 @@ ParseError HandlerSink::endDocument() noexcept
 bool HandlerSink::listDeclarations(const StartTag& tag) noexcept
 {
     declarations_.clear();
-    if (tag.declarationCount == 0) return true;
     if (tag.declarationCount > UINT32_MAX || !declarations_.reserve(tag.declarationCount * 2))
         return false;
-    const char** end = declarations_.data() + tag.declarationCount * 2;
     const Binding* binding = tag.newestBinding;
     for (std::size_t i = 0; i < tag.declarationCount; ++i, binding = binding->olderBinding()) {
-        *--end = binding->name.data();
-        *--end = binding->prefixText;
+        declarations_.add(binding->name.view().data());
+        declarations_.add(binding->prefixText());
     }
+    std::reverse(declarations_.data(), declarations_.data() + declarations_.size());
     return true;
 }
 
@@ -108,20 +108,24 @@ bool HandlerSink::list(const TagAttribute& attribute) noexcept
 ParseError HandlerSink::startElement(const StartTag& tag) noexcept
 {
     if (!listDeclarations(tag) || !listAttributes(tag)) return ParseError::NoMemory;
-    return reportStart(tag.name, tag.nameSpace, tag.declarationCount);
+    return reportStart(tag.name, tag.nameSpace);
 }
 
 // With the declarations and attributes that are listed.
-ParseError HandlerSink::reportStart(const QName& name, const Resolution& nameSpace,
-                                    std::size_t declarationCount) noexcept
+ParseError HandlerSink::reportStart(const QName& name, const Resolution& nameSpace) noexcept
 {
     if (!handler_.startElementNs) return ParseError::None;
-    handler_.startElementNs(parser_, name.local.view().data(), textOf(name.prefix),
-                            nameSpace.text(), static_cast<std::uint32_t>(declarationCount),
-                            declarations_.data(),
-                            static_cast<std::uint32_t>(attributes_.size() / 5), 0,
-                            attributes_.data());
+    handler_.startElementNs(
+        parser_, name.local.view().data(), textOf(name.prefix), nameSpace.text(),
+        static_cast<std::uint32_t>(declarations_.size() / 2), declarations_.data(),
+        static_cast<std::uint32_t>(attributes_.size() / 5), 0, attributes_.data());
     return raised();
+}
+
+bool HandlerSink::Plain::lay(const Binding& binding) noexcept
+{
+    const char* row[2] = {binding.prefixText(), binding.name.view().data()};
+    return sink_.declarations_.append(row, 2);
 }
 
 bool HandlerSink::Plain::lay(const QName& name, const Span& value,
@@ -130,18 +134,18 @@ bool HandlerSink::Plain::lay(const QName& name, const Span& value,
     return sink_.list({name, value, nameSpace});
 }
 
-ParseError HandlerSink::Plain::enter(const Bindings& bindings) noexcept
+ParseError HandlerSink::Plain::enter(const QName& name, const Resolution& nameSpace,
+                                     const Bindings& bindings) noexcept
 {
-    if (name_.prefix.empty()) nameSpace_ = bindings.resolve({});
     sink_.parser_->bindings = bindings.newest();
-    return sink_.reportStart(name_, nameSpace_, 0);
+    return sink_.reportStart(name, name.prefix.empty() ? bindings.resolve({}) : nameSpace);
 }
 
-ParseError HandlerSink::endElement(const QName& name, const Bindings& bindings) noexcept
+ParseError HandlerSink::endElement(const OpenName& name, const Bindings& bindings) noexcept
 {
     if (!handler_.endElementNs) return ParseError::None;
-    handler_.endElementNs(parser_, name.local.view().data(), textOf(name.prefix),
-                          bindings.resolve(name.prefix.view()).text());
+    handler_.endElementNs(parser_, name.local().view().data(), textOf(name.prefix()),
+                          bindings.resolve(name.prefix().view()).text());
     return raised();
 }
 

@@ -1,6 +1,7 @@
 // The sink that calls a handler's slots.
 #pragma once
 
+#include "parser/open_name.hpp"
 #include "parser/start_tag.hpp"
 #include "support/grow_buffer.hpp"
 
@@ -20,7 +21,7 @@ public:
     ParseError startDocument() noexcept;
     ParseError endDocument() noexcept;
     ParseError startElement(const StartTag& tag) noexcept;
-    ParseError endElement(const QName& name, const Bindings& bindings) noexcept;
+    ParseError endElement(const OpenName& name, const Bindings& bindings) noexcept;
     ParseError characters(const Span& text) noexcept;
     ParseError cdata(Span text) noexcept;
     ParseError comment(Span text) noexcept;
@@ -30,22 +31,23 @@ public:
     class Plain {
     public:
         explicit Plain(HandlerSink& sink) noexcept : sink_{sink} {}
-        bool lay(const QName& name, const Resolution& nameSpace) noexcept
+        bool lay(const QName&) noexcept
         {
-            name_ = name;
-            nameSpace_ = nameSpace;
             sink_.attributes_.clear();
+            sink_.declarations_.clear();
             return true;
         }
+        bool lay(const Binding& binding) noexcept;
         bool lay(const QName& name, const Span& value, const Resolution& nameSpace) noexcept;
         void forget() noexcept {}
-        ParseError enter(const Bindings& bindings) noexcept;
+        ParseError enter(const QName& name, const Resolution& nameSpace,
+                         const Bindings& bindings) noexcept;
         bool addText(const Span& text, ParseError& error) noexcept
         {
             error = sink_.characters(text);
             return true;
         }
-        ParseError leave(const QName& name, const Bindings& bindings) noexcept
+        ParseError leave(const OpenName& name, const Bindings& bindings) noexcept
         {
             return sink_.endElement(name, bindings);
         }
@@ -53,8 +55,6 @@ public:
 
     private:
         HandlerSink& sink_;
-        QName name_;
-        Resolution nameSpace_;
     };
     Plain plain() noexcept { return Plain{*this}; }
 
@@ -62,8 +62,7 @@ private:
     // What the callback that just returned has stored.
     ParseError raised() const noexcept { return static_cast<ParseError>(parser_->error); }
     const char* terminated(const Span& text) noexcept;
-    ParseError reportStart(const QName& name, const Resolution& nameSpace,
-                           std::size_t declarationCount) noexcept;
+    ParseError reportStart(const QName& name, const Resolution& nameSpace) noexcept;
     bool list(const TagAttribute& attribute) noexcept;
     bool listDeclarations(const StartTag& tag) noexcept;
     bool listAttributes(const StartTag& tag) noexcept;

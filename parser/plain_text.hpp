@@ -4,7 +4,7 @@
 #pragma once
 
 #include "parser/char_classes.hpp"
-#include "parser/qname.hpp"
+#include "parser/open_name.hpp"
 #include "support/block_copy.hpp"
 
 #include <cstring>
@@ -14,9 +14,9 @@ namespace netxml {
 struct PlainText {
     const std::uint8_t* p;
     const std::uint8_t* mark;
-    const std::uint8_t* const end;        // beyond it nothing is plain but end tags; up to it, whole
-                                          // blocks may be read
-    const std::uint8_t* const tagEnd;     // end tags neither
+    const std::uint8_t* const end;     // beyond it nothing is plain but end tags; up to it, whole
+                                       // blocks may be read
+    const std::uint8_t* const tagEnd;  // end tags neither
     const std::uint8_t* const bufferEnd;  // nothing may be read beyond
 
     // `limit` is the place that must not be reached without a refill.
@@ -41,8 +41,7 @@ struct PlainText {
     [[gnu::always_inline]] void cross() noexcept
     {
         while (p < end) {
-            const NativeBlock block = NativeBlock::load(p);
-            const NativeBlock::Mask stops = (block.controlOrHigh() | ... | block.equal(kStops));
+            const auto stops = NativeBlock::load(p).controlHighOr<kStops...>();
             p += stops ? NativeBlock::first(stops) : NativeBlock::kWidth;
             if (!stops) continue;
             if (!isBlank(*p)) return;
@@ -87,7 +86,7 @@ struct PlainText {
         }
         if (!at('<')) return false;
         found = from(start);
-        while (isBlank(start[found.size - 1])) --found.size;
+        while (start[found.size - 1] <= ' ' && isBlank(start[found.size - 1])) --found.size;
         return true;
     }
     // The value of an attribute with its equals sign and quotes, left behind the closing one.
@@ -106,14 +105,14 @@ struct PlainText {
         return true;
     }
     // The end tag of an element, entered at "</", left behind ">".
-    [[gnu::always_inline]] bool endTag(const QName& open) noexcept
+    [[gnu::always_inline]] bool endTag(const OpenName& open) noexcept
     {
         p += 2;
-        if (!open.prefix.empty()) {
-            if (!follows(open.prefix) || *p != ':') return false;
+        if (open.prefixSize != 0) {
+            if (!follows(open.text, open.prefixSize) || *p != ':') return false;
             ++p;
         }
-        return follows(open.local) && *p++ == '>';
+        return follows(open.localText(), open.localSize) && *p++ == '>';
     }
 
 private:
@@ -135,15 +134,14 @@ private:
         }
     }
     // Crosses a name that must follow, with one byte behind it.
-    [[gnu::always_inline]] bool follows(const Span& expected) noexcept
+    [[gnu::always_inline]] bool follows(const std::uint8_t* name, std::size_t size) noexcept
     {
         const std::uint8_t* start = p;
-        if (static_cast<std::size_t>(tagEnd - p) <= expected.size) return false;
-        p += expected.size;
-        const bool wide =
-            expected.wide && static_cast<std::size_t>(bufferEnd - p) >= kSpanSlack;
-        return wide ? sameBlocks(start, expected.data, expected.size)
-                    : std::memcmp(start, expected.data, expected.size) == 0;
+        if (static_cast<std::size_t>(tagEnd - p) <= size) return false;
+        p += size;
+        if (static_cast<std::size_t>(bufferEnd - p) >= kSpanSlack)
+            return sameBlocks(start, name, size);
+        return std::memcmp(start, name, size) == 0;
     }
 };
 

@@ -6,6 +6,8 @@
 #include "dom/link.hpp"
 #include "dom/namespace.hpp"
 #include "parser/bindings.hpp"
+#include "parser/open_name.hpp"
+#include "parser/tree_builder.hpp"
 
 namespace netxml {
 
@@ -19,8 +21,9 @@ inline const XML_DOM_NsDecl* declarationOf(const QName& name, const Resolution& 
 class PlainTree {
 public:
     // Works on copies, which store() puts back.
-    PlainTree(SlabRoom& room, XML_DOM_Node*& current) noexcept
-        : roomOfArena_{room}, currentOfTree_{current}, room_{room}, current_{current}
+    PlainTree(TreeBuilder& builder, SlabRoom& room, XML_DOM_Node*& current) noexcept
+        : builder_{builder}, roomOfArena_{room}, currentOfTree_{current}, room_{room}, current_{
+                                                                                           current}
     {
     }
     PlainTree(const PlainTree&) = delete;
@@ -33,12 +36,19 @@ public:
     }
 
     // An element that is no part of the tree yet, and its attributes. False when there is no room.
-    [[gnu::always_inline]] bool lay(const QName& name, const Resolution& nameSpace) noexcept
+    [[gnu::always_inline]] bool lay(const QName& name) noexcept
     {
         before_ = room_;
         element_ = layElement(room_, name.local);
-        if (element_) element_->nameSpace = declarationOf(name, nameSpace);
         return element_ != nullptr;
+    }
+    [[gnu::always_inline]] bool lay(Binding& binding) noexcept
+    {
+        XML_DOM_NsDecl* decl =
+            layDecl(room_, binding.isDefault() ? nullptr : &binding.prefixSpan, binding.name);
+        binding.declaration = decl;
+        if (decl) appendDecl(element_, decl);
+        return decl != nullptr;
     }
     [[gnu::always_inline]] bool lay(const QName& name, const Span& value,
                                     const Resolution& nameSpace) noexcept
@@ -55,8 +65,11 @@ public:
         element_ = nullptr;
     }
 
-    [[gnu::always_inline]] ParseError enter(const Bindings&) noexcept
+    [[gnu::always_inline]] ParseError enter(const QName& name, const Resolution& nameSpace,
+                                            const Bindings&) noexcept
     {
+        element_->nameSpace = declarationOf(name, nameSpace);
+        if (!current_) return enterRoot();
         appendChild(current_, element_);
         current_ = element_;
         element_ = nullptr;
@@ -68,13 +81,24 @@ public:
         if (node) appendChild(current_, node);
         return node != nullptr;
     }
-    ParseError leave(const QName&, const Bindings&) noexcept
+    ParseError leave(const OpenName&, const Bindings&) noexcept
     {
         current_ = current_->parent;
         return ParseError::None;
     }
 
 private:
+    ParseError enterRoot() noexcept
+    {
+        roomOfArena_ = room_;
+        const bool entered = builder_.enter(element_);
+        room_ = roomOfArena_;
+        current_ = currentOfTree_;
+        element_ = nullptr;
+        return entered ? ParseError::None : ParseError::Internal;
+    }
+
+    TreeBuilder& builder_;
     SlabRoom& roomOfArena_;
     XML_DOM_Node*& currentOfTree_;
     SlabRoom room_;

@@ -9,9 +9,11 @@ namespace netxml {
 template <class Sink>
 ParseError Scanner<Sink>::element() noexcept
 {
-    ParseError error = startTag();  // pushes onto open_, unless the tag ends in "/>"
+    const std::uint8_t* start = cursor_.place();
+    ParseError error = plainContent(true);
+    if (error == ParseError::None && cursor_.place() == start) error = startTag();
     while (error == ParseError::None && !open_.empty()) {
-        error = plainContent();
+        error = plainContent(false);
         if (error == ParseError::None && !open_.empty()) error = content();
     }
     return error;
@@ -45,12 +47,22 @@ template <class Sink>
 ParseError Scanner<Sink>::qualifiedName(ChunkStack& memory, QName& qname) noexcept
 {
     qname.prefix = {};
-    const ParseError error = name(memory, qname.local);
+    ParseError error = name(memory, qname.local);
     if (error != ParseError::None || !cursor_.at(':')) return error;
     cursor_.advance();
     if (cursor_.atEnd()) return ParseError::NameRequired;
     qname.prefix = qname.local;
-    return name(memory, qname.local);
+    error = name(memory, qname.local);
+    if (error != ParseError::None || inPlace_) return error;
+    return keepName(memory, qname) ? ParseError::None : ParseError::NoMemory;
+}
+
+// Puts copies with a NUL behind them in place of a name's parts, one behind the other.
+template <class Sink>
+bool Scanner<Sink>::keepName(ChunkStack& memory, QName& name) noexcept
+{
+    if (name.prefix.empty()) return memory.keep(name.local);
+    return memory.keepBoth(name.prefix, name.local);
 }
 
 // A start tag. Entered at "<", left after ">" or "/>".
@@ -62,14 +74,16 @@ ParseError Scanner<Sink>::startTag() noexcept
     if (!open_.push({{}, openMemory_.mark()})) return ParseError::NoMemory;
     cursor_.advance();
     if (cursor_.atEnd()) return ParseError::TagNotFinished;
-    ParseError error = qualifiedName(openMemory_, open_.back().name);
+    QName name;
+    ParseError error = qualifiedName(openMemory_, name);
     if (error != ParseError::None) return error;
+    open_.back().name = OpenName{name};
 
     const ChunkStack::Mark memory = tagMemory_.mark();
     attributes_.clear();
     declarations_ = 0;
     error = tagAttributes();
-    if (error == ParseError::None) error = reportStart();
+    if (error == ParseError::None) error = reportStart(name);
     if (error != ParseError::None) return error;
     tagMemory_.release(memory);
 
@@ -123,7 +137,7 @@ ParseError Scanner<Sink>::declaration(const QName& name, Span value) noexcept
 
 // Resolves the prefixes of a start tag, attributes first, and hands the tag to the sink.
 template <class Sink>
-ParseError Scanner<Sink>::reportStart() noexcept
+ParseError Scanner<Sink>::reportStart(const QName& name) noexcept
 {
     TagAttribute* attributes = attributes_.data();
     const std::size_t count = attributes_.size();
@@ -136,7 +150,6 @@ ParseError Scanner<Sink>::reportStart() noexcept
     ParseError error = attributeCheck_.distinct(attributes, count);
     if (error != ParseError::None) return error;
 
-    const QName& name = open_.back().name;
     const Resolution nameSpace = bindings_.resolve(name.prefix.view());
     if (!name.prefix.empty() && !nameSpace.bound()) return ParseError::PrefixNotDefined;
     parser_.pendingAttributes = attributes;
@@ -156,20 +169,20 @@ ParseError Scanner<Sink>::reportStart() noexcept
 template <class Sink>
 ParseError Scanner<Sink>::endTag() noexcept
 {
-    const QName name = open_.back().name;
+    const OpenName name = open_.back().name;
     cursor_.advance(2);
-    if (!name.prefix.empty()) {
-        cursor_.require(name.prefix.size + 1);
-        const bool same = cursor_.atText(name.prefix.data, name.prefix.size) &&
-                          cursor_.left() > name.prefix.size &&
-                          *cursor_.marked(cursor_.fromMark() + name.prefix.size) == ':';
+    if (name.prefixSize != 0) {
+        cursor_.require(name.prefixSize + 1);
+        const bool same = cursor_.atText(name.text, name.prefixSize) &&
+                          cursor_.left() > name.prefixSize &&
+                          *cursor_.marked(cursor_.fromMark() + name.prefixSize) == ':';
         if (!same) return ParseError::TagMismatch;
-        cursor_.advance(name.prefix.size);
+        cursor_.advance(name.prefixSize);
         cursor_.advance();
     }
-    cursor_.require(name.local.size);
-    if (!cursor_.atText(name.local.data, name.local.size)) return ParseError::TagMismatch;
-    cursor_.advance(name.local.size);
+    cursor_.require(name.localSize);
+    if (!cursor_.atText(name.localText(), name.localSize)) return ParseError::TagMismatch;
+    cursor_.advance(name.localSize);
     cursor_.skipBlanks();
     if (!cursor_.at('>')) return ParseError::TagNotFinished;
     cursor_.advance();

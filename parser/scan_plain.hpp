@@ -26,45 +26,41 @@ template <class Sink>
     return nameSpace.bound();
 }
 
-// A copy with a NUL behind it, where the text does not stay or the sink needs that.
 template <class Sink>
-[[gnu::always_inline]] inline bool Scanner<Sink>::keepPlain(ChunkStack& memory,
-                                                            QName& name) noexcept
+[[gnu::always_inline]] inline bool Scanner<Sink>::plainDeclaration(Plain& out, const QName& name,
+                                                                   const Span& value) noexcept
 {
-    return memory.keep(name.local) && (name.prefix.empty() || memory.keep(name.prefix));
+    const Span prefix = name.prefix.empty() ? Span{} : name.local;
+    // The element is not open yet, but what it declares counts as declared in it.
+    if (bindings_.declare(openMemory_, prefix, value, depth() + 1) != ParseError::None)
+        return false;
+    ++declarations_;
+    return out.lay(*bindings_.newest());
 }
 
+// An attribute or a declaration. A prefix that was resolved could be declared later in the tag.
 template <class Sink>
-[[gnu::always_inline]] inline bool
-Scanner<Sink>::plainAttribute(PlainText& text, Plain& out, SeenNames& seen) noexcept
+[[gnu::always_inline]] inline bool Scanner<Sink>::plainAttribute(PlainText& text, Plain& out,
+                                                                 SeenNames& seen) noexcept
 {
-    constexpr std::uint64_t kXmlns = UINT64_C(0x736E6C6D78);
+    constexpr std::uint64_t kXmlns = UINT64_C(0x736E6C6D78);  // "xmlns"
     QName name;
     Span value;
     Resolution nameSpace;
     if (!text.qualifiedName(name) || !text.value(value)) return false;
     const std::uint64_t key = SeenNames::keyOf(name.local);
-    if ((name.prefix.empty() ? key : SeenNames::keyOf(name.prefix)) == kXmlns) return false;
-    if (!seen.add(name.local, key) || !resolvePlain(name, nameSpace)) return false;
-    if (!Sink::kTakesInputInPlace && !(keepPlain(tagMemory_, name) && tagMemory_.keep(value)))
+    if ((name.prefix.empty() ? key : SeenNames::keyOf(name.prefix)) == kXmlns)
+        return !seen.anyPrefix() && plainDeclaration(out, name, value);
+    if (!seen.add(name, key) || !resolvePlain(name, nameSpace)) return false;
+    if (!Sink::kTakesInputInPlace && !(keepName(tagMemory_, name) && tagMemory_.keep(value)))
         return false;
     return out.lay(name, value, nameSpace);
 }
 
-// A start tag. Entered at "<", left at its ">" or "/>".
 template <class Sink>
-template <bool kCopies>
-[[gnu::always_inline]] inline bool Scanner<Sink>::plainStartTag(PlainText& text, Plain& out,
-                                                                OpenElement& element,
-                                                                SeenNames& seen) noexcept
+[[gnu::always_inline]] inline bool Scanner<Sink>::plainAttributes(PlainText& text, Plain& out,
+                                                                  SeenNames& seen) noexcept
 {
-    QName& name = element.name;
-    Resolution nameSpace;
-    ++text.p;
-    if (!text.qualifiedName(name) || !resolvePlain(name, nameSpace)) return false;
-    if (kCopies && !keepPlain(openMemory_, name)) return false;
-    if (!out.lay(name, nameSpace)) return false;
-    if (*text.p == '>') return true;
     seen.clear();
     for (;;) {
         const bool apart = isBlank(*text.p);
@@ -75,15 +71,18 @@ template <bool kCopies>
     }
 }
 
-// Puts an element onto the stack, where room was made for it. What is not copied has taken no
-// memory since the element began.
+// A start tag. Entered at "<", left at its ">" or "/>".
 template <class Sink>
 template <bool kCopies>
-[[gnu::always_inline]] inline void Scanner<Sink>::keepOpen(OpenElement& element) noexcept
+[[gnu::always_inline]] inline bool Scanner<Sink>::plainStartTag(PlainText& text, Plain& out,
+                                                                QName& name, Resolution& nameSpace,
+                                                                SeenNames& seen) noexcept
 {
-    if constexpr (!kCopies) element.memory = openMemory_.mark();
-    *open_.next() = element;
-    open_.commit();
+    ++text.p;
+    if (!text.qualifiedName(name) || (kCopies && !keepName(openMemory_, name))) return false;
+    if (!out.lay(name)) return false;
+    if (*text.p != '>' && !plainAttributes(text, out, seen)) return false;
+    return resolvePlain(name, nameSpace);
 }
 
 // Brings cursor and position to the place reached, for a sink that shows them.
@@ -96,38 +95,46 @@ template <class Sink>
     }
 }
 
-// A start tag with its event. Entered at "<", left behind it. None of it has happened unless
-// `entered`; an error leaves it in front of the ">".
+// A start tag with its event. Entered at "<", left behind it. None of it has happened if `found` is
+// None; an error leaves it in front of the ">".
 template <class Sink>
 template <bool kCopies>
 [[gnu::always_inline]] inline ParseError
 Scanner<Sink>::enterPlain(PlainText& text, Plain& out, OpenElement& element, SeenNames& seen,
-                          bool& entered, bool& empty) noexcept
+                          PlainTag& found) noexcept
 {
+    const ChunkStack::Mark memory = openMemory_.mark();
     ChunkStack::Mark values;
-    if constexpr (kCopies) element.memory = openMemory_.mark();
+    QName name;
+    Resolution nameSpace;
+    declarations_ = 0;
     if constexpr (!Sink::kTakesInputInPlace) values = tagMemory_.mark();
-    entered = plainStartTag<kCopies>(text, out, element, seen);
+    const bool plain = plainStartTag<kCopies>(text, out, name, nameSpace, seen);
     ParseError error = ParseError::None;
-    if (entered) {
+    element.name = OpenName{name};
+    element.memory = memory;
+    if (plain) {
         reach(text);
-        error = out.enter(bindings_);
+        error = out.enter(name, nameSpace, bindings_);
     } else {
         out.forget();
-        if constexpr (kCopies) openMemory_.release(element.memory);
+        if (declarations_ != 0) bindings_.drop(depth() + 1);
+        openMemory_.release(memory);
     }
     if constexpr (!Sink::kTakesInputInPlace) tagMemory_.release(values);
-    if (!entered || error != ParseError::None) return error;
-    empty = *text.p == '/';
+    found = PlainTag::None;
+    if (!plain || error != ParseError::None) return error;
+    const bool empty = *text.p == '/';
     text.p += empty ? 2 : 1;
+    found = empty ? PlainTag::Empty : PlainTag::Open;
     return ParseError::None;
 }
 
 // The innermost open element stays in registers until another one is opened in it: most are closed
-// before that, and never come onto the stack.
+// before that, and never come onto the stack. One that declares something goes there at once.
 template <class Sink>
 template <bool kCopies>
-ParseError Scanner<Sink>::plainRun() noexcept
+ParseError Scanner<Sink>::plainRun(bool atRoot) noexcept
 {
     PlainText text{cursor_.place(), cursor_.markPlace(), cursor_.plainEnd(), cursor_.bufferEnd()};
     Plain out = sink_.plain();
@@ -137,8 +144,8 @@ ParseError Scanner<Sink>::plainRun() noexcept
     const std::uint8_t* start = text.p;
     const std::uint8_t* mark = text.mark;
     ParseError error = ParseError::None;
-    while (error == ParseError::None && (hasTop || !open_.empty())) {
-        bool closes = false;
+    for (; error == ParseError::None && (hasTop || atRoot || !open_.empty());
+         start = text.p, mark = text.mark) {
         text.skipBlanks();
         if (text.tagEnd - text.p < 2) break;
         if (*text.p != '<') {
@@ -146,39 +153,50 @@ ParseError Scanner<Sink>::plainRun() noexcept
             if (!text.characters(characters)) break;
             reach(text);
             if (!out.addText(characters, error)) break;
-        } else if (text.p[1] != '/') {
-            if (!open_.reserve(2)) break;  // for this one and the one around it: neither fails later
-            if (hasTop) keepOpen<kCopies>(top);
-            error = enterPlain<kCopies>(text, out, top, seen, hasTop, closes);
-            if (!hasTop) break;
-        } else {
-            if (!text.endTag(hasTop ? top.name : open_.back().name)) break;
-            closes = true;
+            start = text.p;
+            mark = text.mark;
+            if (error != ParseError::None) break;
         }
-        if (closes && error == ParseError::None) {
+        bool closes = text.p[1] == '/';
+        if (!closes) {
+            if (hasTop) open_.add(top);
+            hasTop = false;
+            if (!open_.reserve(1)) break;  // so that it does not fail when the element is open
+            PlainTag found;
+            error = enterPlain<kCopies>(text, out, top, seen, found);
+            if (found == PlainTag::None) {
+                if (error != ParseError::None) start = text.p, mark = text.mark;
+                break;
+            }
+            atRoot = false;
+            hasTop = declarations_ == 0;
+            if (!hasTop) open_.add(top);
+            closes = found == PlainTag::Empty;
+        } else if (atRoot || !text.endTag(hasTop ? top.name : open_.back().name)) {
+            break;
+        }
+        if (closes) {
             reach(text);
             error = out.leave(hasTop ? top.name : open_.back().name, bindings_);
             if (!hasTop) dropElement();
             else if constexpr (kCopies) openMemory_.release(top.memory);
             hasTop = false;
         }
-        start = text.p;
-        mark = text.mark;
     }
-    if (hasTop) keepOpen<kCopies>(top);
+    if (hasTop) open_.add(top);
     out.store();
     cursor_.moveTo(start, mark);
     return error;
 }
 
-// Crosses plain content as far as it goes.
+// Crosses plain content as far as it goes; also the root's start tag, which nothing is open for.
 template <class Sink>
-ParseError Scanner<Sink>::plainContent() noexcept
+ParseError Scanner<Sink>::plainContent(bool atRoot) noexcept
 {
     if constexpr (Sink::kTakesInputInPlace) {
-        if (inPlace_) return plainRun<false>();
+        if (inPlace_) return plainRun<false>(atRoot);
     }
-    return plainRun<true>();
+    return plainRun<true>(atRoot);
 }
 
 }  // namespace netxml

@@ -8,7 +8,7 @@
 //     ParseError startDocument();
 //     ParseError endDocument();
 //     ParseError startElement(const StartTag& tag);
-//     ParseError endElement(const QName& name, const Bindings& bindings);
+//     ParseError endElement(const OpenName& name, const Bindings& bindings);
 //     ParseError characters(Span text);
 //     ParseError cdata(Span text);
 //     ParseError comment(Span text);
@@ -16,12 +16,14 @@
 //
 // and for plain content (scan_plain.hpp) a `Plain` made by plain(), with
 //
-//     bool lay(const QName& name, const Resolution& nameSpace);  // a start tag, not yet an event
+//     bool lay(const QName& name);  // a start tag, not yet an event
+//     bool lay(Binding& binding);   // a declaration on it
 //     bool lay(const QName& name, const Span& value, const Resolution& nameSpace);  // an attribute
-//     void forget();                                             // the start tag was none
-//     ParseError enter(const Bindings& bindings);                // it was: the start event
+//     void forget();                // the start tag was none
+//     ParseError enter(const QName& name, const Resolution& nameSpace,
+//                      const Bindings& bindings);                // it was: the start event
 //     bool addText(const Span& text, ParseError& error);         // false: not here, and no event
-//     ParseError leave(const QName& name, const Bindings& bindings);
+//     ParseError leave(const OpenName& name, const Bindings& bindings);
 //     void store();                                              // at the end
 //
 // Spans are valid during the call. One that is not taken in place has a NUL behind it if it is a
@@ -30,6 +32,7 @@
 
 #include "parser/bindings.hpp"
 #include "parser/cursor.hpp"
+#include "parser/open_name.hpp"
 #include "parser/parse_error.hpp"
 #include "parser/plain_text.hpp"
 #include "parser/seen_names.hpp"
@@ -55,7 +58,7 @@ public:
 private:
     // An element whose end tag has not come, with what its memory was before it.
     struct OpenElement {
-        QName name;
+        OpenName name;
         ChunkStack::Mark memory;
     };
 
@@ -73,27 +76,29 @@ private:
     ParseError tagAttributes() noexcept;
     ParseError tagAttribute() noexcept;
     ParseError declaration(const QName& name, Span value) noexcept;
-    ParseError reportStart() noexcept;
+    ParseError reportStart(const QName& name) noexcept;
     ParseError endTag() noexcept;
     ParseError closeElement() noexcept;
     ParseError name(ChunkStack& memory, Span& name) noexcept;
     ParseError qualifiedName(ChunkStack& memory, QName& name) noexcept;
+    static bool keepName(ChunkStack& memory, QName& name) noexcept;
 
     // scan_plain.hpp
     using Plain = typename Sink::Plain;
-    ParseError plainContent() noexcept;
+    enum class PlainTag { None, Open, Empty };
+    ParseError plainContent(bool atRoot) noexcept;
     template <bool kCopies>
-    ParseError plainRun() noexcept;
+    ParseError plainRun(bool atRoot) noexcept;
     template <bool kCopies>
     ParseError enterPlain(PlainText& text, Plain& out, OpenElement& element, SeenNames& seen,
-                          bool& entered, bool& empty) noexcept;
+                          PlainTag& found) noexcept;
     template <bool kCopies>
-    bool plainStartTag(PlainText& text, Plain& out, OpenElement& element, SeenNames& seen) noexcept;
+    bool plainStartTag(PlainText& text, Plain& out, QName& name, Resolution& nameSpace,
+                       SeenNames& seen) noexcept;
+    bool plainAttributes(PlainText& text, Plain& out, SeenNames& seen) noexcept;
     bool plainAttribute(PlainText& text, Plain& out, SeenNames& seen) noexcept;
+    bool plainDeclaration(Plain& out, const QName& name, const Span& value) noexcept;
     bool resolvePlain(const QName& name, Resolution& nameSpace) noexcept;
-    bool keepPlain(ChunkStack& memory, QName& name) noexcept;
-    template <bool kCopies>
-    void keepOpen(OpenElement& element) noexcept;
     void reach(const PlainText& text) noexcept;
 
     // scan_text.hpp
@@ -125,13 +130,13 @@ private:
     Sink& sink_;
     bool inPlace_ = false;  // names and values are passed on where they lie in the input
 
-    GrowBuffer<OpenElement> open_;
+    InlineGrowBuffer<OpenElement, 32> open_;
     InlineChunkStack<1024> openMemory_;  // names and bindings of open elements
     Bindings bindings_;
 
-    GrowBuffer<TagAttribute> attributes_;  // of the start tag being read
-    std::size_t declarations_ = 0;         // on the start tag being read
-    InlineChunkStack<1024> tagMemory_;     // names and values of the start tag being read
+    InlineGrowBuffer<TagAttribute, 8> attributes_;  // of the start tag being read
+    std::size_t declarations_ = 0;                  // on the start tag being read
+    InlineChunkStack<1024> tagMemory_;              // names and values of the start tag being read
     AttributeCheck attributeCheck_;
 
     GrowBuffer<std::uint8_t> text_;  // text with references, put together

@@ -1,8 +1,8 @@
 // The attribute names of one tag, as far as is needed to see that no two are the same.
 #pragma once
 
+#include "parser/qname.hpp"
 #include "support/block_word.hpp"
-#include "support/span.hpp"
 
 #include <bit>
 #include <cstddef>
@@ -21,16 +21,22 @@ public:
         return first ^ std::rotl(WordBlock::load(wide.data + wide.size - 8).bytes, 29);
     }
 
-    void clear() noexcept { count_ = 0; }
+    void clear() noexcept
+    {
+        count_ = 0;
+        anyPrefix_ = false;
+    }
+    bool anyPrefix() const noexcept { return anyPrefix_; }
     // Adds a name. False when there are too many, or when another one may be the same.
-    [[gnu::always_inline]] bool add(const Span& name, std::uint64_t key) noexcept
+    [[gnu::always_inline]] bool add(const QName& name, std::uint64_t key) noexcept
     {
         for (std::size_t i = 0; i < count_; ++i) {
-            if (keys_[i] == key && names_[i].view() == name.view()) return false;
+            if (keys_[i] == key && names_[i].view() == name.local.view()) return false;
         }
         if (count_ == kMost) return false;
         keys_[count_] = key;
-        names_[count_] = name;
+        names_[count_] = name.local;
+        anyPrefix_ |= !name.prefix.empty();
         ++count_;
         return true;
     }
@@ -39,6 +45,7 @@ private:
     static constexpr std::size_t kMost = 16;
 
     std::size_t count_ = 0;
+    bool anyPrefix_ = false;
     std::uint64_t keys_[kMost];
     Span names_[kMost];
 };

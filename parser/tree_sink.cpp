@@ -43,10 +43,10 @@ ParseError TreeSink::addDeclaration(Binding& binding) noexcept
 {
     std::string_view prefix;
     std::string_view name;
-    ParseError error = names_.convert(spanOf(binding.prefix), prefix);
-    if (error == ParseError::None) error = values_.convert(spanOf(binding.name), name);
+    ParseError error = names_.convert(binding.prefixSpan, prefix);
+    if (error == ParseError::None) error = values_.convert(binding.name, name);
     if (error != ParseError::None) return error;
-    binding.declaration = builder_.declare(binding.prefixText ? prefix : std::string_view{}, name);
+    binding.declaration = builder_.declare(binding.isDefault() ? std::string_view{} : prefix, name);
     return binding.declaration ? ParseError::None : ParseError::Internal;
 }
 
@@ -107,8 +107,12 @@ XML_DOM_Node* TreeSink::release() noexcept
 
 bool TreeSink::discard() noexcept
 {
-    arena_.seal(true);
-    XML_DOM_DelNode(root_);  // nothing was laid out before the root
+    if (root_) {
+        arena_.seal(true);
+        XML_DOM_DelNode(root_);
+    } else {
+        arena_.abandon();
+    }
     return names_.unavailable() || values_.unavailable();
 }
 

@@ -28,7 +28,7 @@ public:
     ParseError startDocument() noexcept { return ParseError::None; }
     ParseError endDocument() noexcept;
     ParseError startElement(const StartTag& tag) noexcept;
-    ParseError endElement(const QName&, const Bindings&) noexcept
+    ParseError endElement(const OpenName&, const Bindings&) noexcept
     {
         builder_.leaveElement();
         return ParseError::None;
@@ -39,7 +39,7 @@ public:
     ParseError processingInstruction(Span, const Span*) noexcept { return ParseError::None; }
 
     using Plain = PlainTree;
-    Plain plain() noexcept { return {arena_.room(), current_}; }
+    Plain plain() noexcept { return {builder_, arena_.room(), current_}; }
 
     // True once an error has been written into the caller's buffer.
     bool hasReported() const noexcept { return reported_; }
@@ -49,8 +49,9 @@ public:
     bool discard() noexcept;
 
 private:
-    // A tree of records takes about this many times its text; too small a guess costs another slab.
-    static constexpr std::size_t kTreePerInput = 4;
+    // A tree of records takes up to about this many times its text; too small a guess costs another
+    // slab, too large a one memory that nobody touches.
+    static constexpr std::size_t kTreePerInput = 8;
 
     ParseError addElement(const Span& name) noexcept;
     ParseError textual(XML_DOM_NodeType type, const Span& text) noexcept;

@@ -26,7 +26,7 @@ const std::uint8_t* findStop(const std::uint8_t* p, const std::uint8_t* end) noe
 {
     while (static_cast<std::size_t>(end - p) >= Block::kWidth) {
         const Block block = Block::load(p);
-        const typename Block::Mask stops = (block.controlOrHigh() | ... | block.equal(kStops));
+        const typename Block::Mask stops = block.template controlHighOr<kStops...>();
         if (stops) return p + Block::first(stops);
         p += Block::kWidth;
     }

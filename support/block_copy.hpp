@@ -37,14 +37,17 @@ template <std::size_t kSize>
 }
 
 template <class Block = NativeBlock>
-bool sameBlocks(const std::uint8_t* a, const std::uint8_t* b, std::size_t size) noexcept
+[[gnu::always_inline]] inline bool sameBlocks(const std::uint8_t* a, const std::uint8_t* b,
+                                              std::size_t size) noexcept
 {
     static_assert(Block::kWidth <= kSpanSlack);
-    for (std::size_t done = 0; done < size; done += Block::kWidth) {
+    std::size_t done = 0;
+    do {
         const typename Block::Mask differing =
             Block::load(a + done).differing(Block::load(b + done));
         if (differing) return done + Block::first(differing) >= size;
-    }
+        done += Block::kWidth;
+    } while (done < size);
     return true;
 }
 

@@ -17,6 +17,13 @@ struct NeonBlock {
 
     static NeonBlock load(const std::uint8_t* p) noexcept { return {vld1q_u8(p)}; }
     Mask equal(std::uint8_t byte) const noexcept { return mask(vceqq_u8(bytes, vdupq_n_u8(byte))); }
+    // Bytes that controlOrHigh() or one of `kBytes` finds, with one mask for all of them.
+    template <std::uint8_t... kBytes>
+    Mask controlHighOr() const noexcept
+    {
+        const uint8x16_t control = vcltq_s8(vreinterpretq_s8_u8(bytes), vdupq_n_s8(0x20));
+        return mask((control | ... | is(kBytes)));
+    }
     // Bytes below 0x20 or above 0x7F: as signed numbers all of them are below 0x20.
     Mask controlOrHigh() const noexcept
     {

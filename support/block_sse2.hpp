@@ -23,6 +23,13 @@ struct Sse2Block {
     {
         return mask(_mm_cmpeq_epi8(bytes, _mm_set1_epi8(static_cast<char>(byte))));
     }
+    // Bytes that controlOrHigh() or one of `kBytes` finds, with one mask for all of them.
+    template <std::uint8_t... kBytes>
+    Mask controlHighOr() const noexcept
+    {
+        const __m128i control = _mm_cmplt_epi8(bytes, _mm_set1_epi8(0x20));
+        return mask((control | ... | is(static_cast<char>(kBytes))));
+    }
     // Bytes below 0x20 or above 0x7F: as signed numbers all of them are below 0x20.
     Mask controlOrHigh() const noexcept { return mask(_mm_cmplt_epi8(bytes, _mm_set1_epi8(0x20))); }
     Mask high() const noexcept { return mask(bytes); }

@@ -27,6 +27,12 @@ struct WordBlock {
         const std::uint64_t difference = bytes ^ (kOnes * byte);
         return ~(((difference & kLow) + kLow) | difference) & kHigh;
     }
+    // Bytes that controlOrHigh() or one of `kBytes` finds.
+    template <std::uint8_t... kBytes>
+    Mask controlHighOr() const noexcept
+    {
+        return (controlOrHigh() | ... | equal(kBytes));
+    }
     Mask controlOrHigh() const noexcept { return (~atLeast(0x20) | bytes) & kHigh; }
     Mask high() const noexcept { return bytes & kHigh; }
     // All but 0x80 to 0xBF: the top bit is clear, or the one below it is set.

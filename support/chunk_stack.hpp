@@ -58,6 +58,20 @@ public:
         text.wide = true;
         return true;
     }
+    // The same for two texts that come to lie one behind the other.
+    [[nodiscard]] bool keepBoth(Span& first, Span& second) noexcept
+    {
+        constexpr std::size_t kMost = kLargest / 2 - 2 - kSpanSlack;
+        if (first.size > kMost || second.size > kMost) return false;
+        char* copy = static_cast<char*>(allocate(first.size + second.size + 2 + kSpanSlack));
+        if (!copy) return false;
+        copyTerminated(copy, first);
+        copyTerminated(copy + first.size + 1, second);
+        first.data = reinterpret_cast<const std::uint8_t*>(copy);
+        second.data = first.data + first.size + 1;
+        first.wide = second.wide = true;
+        return true;
+    }
 
     Mark mark() const noexcept { return {chunk_, cursor_}; }
     void release(Mark mark) noexcept

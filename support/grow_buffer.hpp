@@ -16,9 +16,17 @@ class GrowBuffer {
 
 public:
     GrowBuffer() = default;
+    // Starts in the caller's bytes, which must outlive the buffer.
+    GrowBuffer(T* first, std::size_t capacity) noexcept
+        : data_{first}, first_{first}, capacity_{capacity}
+    {
+    }
     GrowBuffer(const GrowBuffer&) = delete;
     GrowBuffer& operator=(const GrowBuffer&) = delete;
-    ~GrowBuffer() { heap::release(data_); }
+    ~GrowBuffer()
+    {
+        if (data_ != first_) heap::release(data_);
+    }
 
     T* data() noexcept { return data_; }
     std::size_t size() const noexcept { return size_; }
@@ -33,13 +41,11 @@ public:
     bool push(const T& value) noexcept
     {
         if (!reserve(1)) return false;
-        data_[size_++] = value;
+        add(value);
         return true;
     }
-    // A place behind the last one, to be written and then counted by commit(); nullptr when memory
-    // runs out.
-    T* next() noexcept { return reserve(1) ? data_ + size_ : nullptr; }
-    void commit() noexcept { ++size_; }
+    // Where there is room for it.
+    void add(const T& value) noexcept { data_[size_++] = value; }
     bool append(const T* values, std::size_t count) noexcept
     {
         if (!reserve(count)) return false;
@@ -55,16 +61,29 @@ private:
         if (count > kMost - size_) return false;
         std::size_t capacity = capacity_ < 16 ? 16 : capacity_;
         while (capacity < size_ + count) capacity = capacity < kMost / 2 ? capacity * 2 : kMost;
-        T* data = static_cast<T*>(heap::resize(data_, capacity * sizeof(T)));
+        const bool inFirst = data_ == first_;
+        T* data = static_cast<T*>(heap::resize(inFirst ? nullptr : data_, capacity * sizeof(T)));
         if (!data) return false;
+        if (inFirst && size_ != 0) std::memcpy(data, data_, size_ * sizeof(T));
         data_ = data;
         capacity_ = capacity;
         return true;
     }
 
     T* data_ = nullptr;
+    T* first_ = nullptr;  // the caller's
     std::size_t size_ = 0;
     std::size_t capacity_ = 0;
+};
+
+// A buffer whose first records cost no heap.
+template <class T, std::size_t kCount>
+class InlineGrowBuffer : public GrowBuffer<T> {
+public:
+    InlineGrowBuffer() noexcept : GrowBuffer<T>{reinterpret_cast<T*>(first_), kCount} {}
+
+private:
+    alignas(T) char first_[kCount * sizeof(T)];
 };
 
 }  // namespace netxml

@@ -139,8 +139,9 @@ TEST(BuildTree, LeavesNothingBehindWhicheverAllocationFails)
 
 TEST(BuildTree, OneFailingAllocationIsReported)
 {
-    const std::string document =
-        "<a b='&lt;'>" + std::string(5000, 'x') + "&amp;" + std::string(5000, 'x') + "</a>";
+    std::string document = "<a";
+    for (char name = 'a'; name <= 'z'; ++name) document += std::string{" "} + name + "='&lt;'";
+    document += ">" + std::string(5000, 'x') + "&amp;" + std::string(5000, 'x') + "</a>";
     std::size_t memory = 0;
     std::size_t internal = 0;
     for (std::size_t at = 0;; ++at) {
@@ -265,12 +266,21 @@ TEST(SaxCallbacks, ReportTheirOwnFailures)
     XML_IO_OutStreamDestroy(builder.valueConverter);
 }
 
-TEST(BuildTree, WithoutMemoryForAContextTheTextIsEmpty)
+TEST(BuildTree, WithoutAnyMemoryItReportsThat)
 {
-    for (std::size_t allowed = 0; allowed < 2; ++allowed) {
+    char error[100] = "old";
+    const FailingHeap heap{0};
+    EXPECT_EQ(build("<a/>", sizeof error, error), nullptr);
+    EXPECT_STREQ(error, "The Line 1 Column 3 :\"<a/>\", internal error.");
+}
+
+TEST(BuildTree, WithoutMemoryForAStreamTheTextIsEmpty)
+{
+    const ChunkList chunks{"<a/>", 2};
+    for (std::size_t allowed = 0; allowed < 3; ++allowed) {
         char error[100] = "old";
         const FailingHeap heap{allowed};
-        EXPECT_EQ(build("<a/>", sizeof error, error), nullptr);
+        EXPECT_EQ(XML_DOM_BuildTreeByMemList(chunks.list(), sizeof error, error), nullptr);
         EXPECT_STREQ(error, "");
     }
 }
