@@ -55,6 +55,15 @@ struct PlainText {
         toStop<&NativeBlock::notBlank>();
         mark = p;
     }
+    // The same where mostly one stands. False when there is none.
+    [[gnu::always_inline]] bool skipSeparator() noexcept
+    {
+        if (p >= end || !isBlank(*p)) return false;
+        ++p;
+        if (*p <= ' ') toStop<&NativeBlock::notBlank>();
+        mark = p;
+        return true;
+    }
     // Crosses a name and sets the mark to its start. False unless it is one of ASCII alone, and
     // more follows.
     [[gnu::always_inline]] bool name(Span& found) noexcept

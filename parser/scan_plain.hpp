@@ -63,8 +63,7 @@ template <class Sink>
 {
     seen.clear();
     for (;;) {
-        const bool apart = isBlank(*text.p);
-        text.skipBlanks();
+        const bool apart = text.skipSeparator();
         if (text.p >= text.end) return false;
         if (*text.p == '>' || (*text.p == '/' && text.p[1] == '>')) return true;
         if (!apart || !plainAttribute(text, out, seen)) return false;

@@ -7,6 +7,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace netxml {
 
@@ -21,33 +22,49 @@ public:
         return first ^ std::rotl(WordBlock::load(wide.data + wide.size - 8).bytes, 29);
     }
 
-    void clear() noexcept
+    [[gnu::always_inline]] void clear() noexcept
     {
         count_ = 0;
+        marks_ = 0;
         anyPrefix_ = false;
     }
     bool anyPrefix() const noexcept { return anyPrefix_; }
     // Adds a name. False when there are too many, or when another one may be the same.
     [[gnu::always_inline]] bool add(const QName& name, std::uint64_t key) noexcept
     {
-        for (std::size_t i = 0; i < count_; ++i) {
-            if (keys_[i] == key && names_[i].view() == name.local.view()) return false;
-        }
+        const std::uint64_t mark = std::uint64_t{1} << (key * UINT64_C(0x9E3779B97F4A7C15) >> 58);
+        if ((marks_ & mark) != 0 && holds(name.local.data, name.local.size, key)) return false;
         if (count_ == kMost) return false;
-        keys_[count_] = key;
-        names_[count_] = name.local;
+        marks_ |= mark;
+        names_[count_++] = {key, name.local.data, name.local.size};
         anyPrefix_ |= !name.prefix.empty();
-        ++count_;
         return true;
     }
 
 private:
     static constexpr std::size_t kMost = 16;
 
+    struct Name {
+        std::uint64_t key;
+        const std::uint8_t* text;
+        std::size_t size;
+    };
+
+    [[gnu::noinline]] bool holds(const std::uint8_t* text, std::size_t size,
+                                 std::uint64_t key) const noexcept
+    {
+        for (std::size_t i = 0; i < count_; ++i) {
+            const Name& name = names_[i];
+            if (name.key == key && name.size == size && std::memcmp(name.text, text, size) == 0)
+                return true;
+        }
+        return false;
+    }
+
     std::size_t count_ = 0;
+    std::uint64_t marks_ = 0;  // one bit for each name, by its key
     bool anyPrefix_ = false;
-    std::uint64_t keys_[kMost];
-    Span names_[kMost];
+    Name names_[kMost];
 };
 
 }  // namespace netxml

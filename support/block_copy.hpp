@@ -8,11 +8,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <utility>
 
 namespace netxml {
 
-inline void copyBlocks(char* to, const std::uint8_t* from, std::size_t size) noexcept
+[[gnu::always_inline]] inline void copyBlocks(char* to, const std::uint8_t* from,
+                                              std::size_t size) noexcept
 {
     std::size_t done = 0;
     do {
@@ -26,14 +26,9 @@ inline void copyBlocks(char* to, const std::uint8_t* from, std::size_t size) noe
 template <std::size_t kSize>
 [[gnu::always_inline]] inline void zeroBlocks(void* record) noexcept
 {
-    static_assert(kSize >= kSpanSlack);
-    char* to = static_cast<char*>(record);
-    [to]<std::size_t... kIndex>(std::index_sequence<kIndex...>)
-    {
-        (std::memset(to + kIndex * kSpanSlack, 0, kSpanSlack), ...);
-    }
-    (std::make_index_sequence<kSize / kSpanSlack>{});
-    std::memset(to + kSize - kSpanSlack, 0, kSpanSlack);
+    constexpr std::size_t kPiece = kSize < kSpanSlack ? kSize : kSpanSlack;
+    std::memset(record, 0, kPiece);
+    if constexpr (kSize > kPiece) zeroBlocks<kSize - kPiece>(static_cast<char*>(record) + kPiece);
 }
 
 template <class Block = NativeBlock>
@@ -55,7 +50,7 @@ template <class Block = NativeBlock>
 inline constexpr std::size_t kFewBlocks = 64;
 
 // Copies a text to where there is room for kSpanSlack bytes behind it, and puts a NUL behind it.
-inline void copyTerminated(char* to, const Span& text) noexcept
+[[gnu::always_inline]] inline void copyTerminated(char* to, const Span& text) noexcept
 {
     if (text.wide && text.size <= kFewBlocks) copyBlocks(to, text.data, text.size);
     else if (text.size != 0) std::memcpy(to, text.data, text.size);
