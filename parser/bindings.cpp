@@ -22,7 +22,26 @@ ParseError Bindings::declare(ChunkStack& memory, Span prefix, Span name, std::si
     if (!block || !memory.keep(prefix) || !memory.keep(name)) return ParseError::NoMemory;
     auto* binding = new (block)
         Binding{{nullptr, nullptr, prefix.view(), depth}, prefix, name, nullptr, 0, false};
-    return scope_.push(binding) ? ParseError::None : ParseError::NoMemory;
+    if (!scope_.push(binding)) return ParseError::NoMemory;
+    if (prefix.empty()) default_ = {binding, name.view()};
+    return ParseError::None;
+}
+
+void Bindings::dropNewest(std::size_t depth) noexcept
+{
+    bool dropsDefault = false;
+    for (; scope_.newest() && scope_.newest()->depth == depth; scope_.pop())
+        dropsDefault = dropsDefault || scope_.newest()->prefix.empty();
+    if (!dropsDefault) return;
+    auto* outer = static_cast<Binding*>(scope_.find({}));
+    default_ = outer ? Resolution{outer, outer->name.view()} : Resolution{};
+}
+
+Resolution Bindings::resolvePrefix(std::string_view prefix) const noexcept
+{
+    auto* binding = static_cast<Binding*>(scope_.find(prefix));
+    if (binding) return {binding, binding->name.view()};
+    return {nullptr, prefix == "xml" ? std::string_view{XML_NAMESPACE_XML} : std::string_view{}};
 }
 
 }  // namespace netxml

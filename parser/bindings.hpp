@@ -45,20 +45,22 @@ public:
     // Drops what was declared at `depth`.
     void drop(std::size_t depth) noexcept
     {
-        while (scope_.newest() && scope_.newest()->depth == depth) scope_.pop();
+        const PrefixEntry* entry = scope_.newest();
+        if (entry && entry->depth == depth) dropNewest(depth);
     }
 
     Binding* newest() const noexcept { return static_cast<Binding*>(scope_.newest()); }
     Resolution resolve(std::string_view prefix) const noexcept
     {
-        auto* binding = static_cast<Binding*>(scope_.find(prefix));
-        if (binding) return {binding, binding->name.view()};
-        return {nullptr,
-                prefix == "xml" ? std::string_view{XML_NAMESPACE_XML} : std::string_view{}};
+        return prefix.empty() ? default_ : resolvePrefix(prefix);
     }
 
 private:
+    Resolution resolvePrefix(std::string_view prefix) const noexcept;
+    void dropNewest(std::size_t depth) noexcept;
+
     PrefixScope scope_;
+    Resolution default_;  // what an unprefixed name is in
 };
 
 // True when a prefix (empty for the default namespace) may be declared for a namespace name; a

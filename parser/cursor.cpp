@@ -1,52 +1,8 @@
 #include "parser/cursor.hpp"
 
-#include "support/block.hpp"
+#include "parser/position.hpp"
 
 namespace netxml {
-namespace {
-
-// Line and column by the rule: a line feed breaks the line, and so does a carriage return that no
-// line feed follows in the buffer; every other character is a column.
-class Position {
-public:
-    Position(std::uint32_t line, std::uint32_t column, const std::uint8_t* bufferEnd) noexcept
-        : line_{line}, column_{column}, bufferEnd_{bufferEnd}
-    {
-    }
-
-    void pass(const std::uint8_t* p, const std::uint8_t* end) noexcept
-    {
-        while (static_cast<std::size_t>(end - p) >= NativeBlock::kWidth) {
-            const NativeBlock block = NativeBlock::load(p);
-            if (block.equal('\n') | block.equal('\r')) passSingly(p, p + NativeBlock::kWidth);
-            else column_ += static_cast<std::uint32_t>(NativeBlock::count(block.leading()));
-            p += NativeBlock::kWidth;
-        }
-        passSingly(p, end);
-    }
-    std::uint32_t line() const noexcept { return line_; }
-    std::uint32_t column() const noexcept { return column_; }
-
-private:
-    void passSingly(const std::uint8_t* p, const std::uint8_t* end) noexcept
-    {
-        for (; p != end; ++p) {
-            const bool pairs = *p == '\r' && p + 1 != bufferEnd_ && p[1] == '\n';
-            if (*p == '\n' || (*p == '\r' && !pairs)) {
-                ++line_;
-                column_ = 1;
-            } else if ((*p & 0xC0) != 0x80) {
-                ++column_;
-            }
-        }
-    }
-
-    std::uint32_t line_;
-    std::uint32_t column_;
-    const std::uint8_t* bufferEnd_;
-};
-
-}  // namespace
 
 void Cursor::settle() noexcept
 {

@@ -117,6 +117,12 @@ public:
 
     // Brings the parser's line and column up to the cursor.
     void settle() noexcept;
+    // The same when only ASCII was crossed, and no end of a line.
+    void countColumns() noexcept
+    {
+        parser_.column += static_cast<std::uint32_t>(s_.cursor - counted_);
+        counted_ = s_.cursor;
+    }
 
 private:
     template <class Contains>

@@ -153,8 +153,9 @@ ParseError HandlerSink::endElement(const OpenName& name, const Bindings& binding
 const char* HandlerSink::terminated(const Span& text) noexcept
 {
     text_.clear();
-    const bool done = text_.append(text.view().data(), text.size) && text_.push('\0');
-    return done ? text_.data() : nullptr;
+    if (text.size > SIZE_MAX / 2 || !text_.reserve(text.size + 1 + kSpanSlack)) return nullptr;
+    copyTerminated(text_.data(), text);
+    return text_.data();
 }
 
 ParseError HandlerSink::characters(const Span& text) noexcept

@@ -11,12 +11,14 @@ struct OpenName {
     const std::uint8_t* text = nullptr;
     std::size_t prefixSize = 0;  // without the colon
     std::size_t localSize = 0;
+    bool ascii = true;  // no byte of it is beyond ASCII
 
     OpenName() = default;
     // The parts lie in the input as they were written, or as keep() has copied them.
     explicit OpenName(const QName& name) noexcept
         : text{name.prefix.empty() ? name.local.data : name.prefix.data},
-          prefixSize{name.prefix.size}, localSize{name.local.size}
+          prefixSize{name.prefix.size}, localSize{name.local.size}, ascii{name.prefix.ascii &&
+                                                                          name.local.ascii}
     {
     }
     Span prefix() const noexcept { return {text, prefixSize, false, false}; }

@@ -14,6 +14,7 @@ namespace netxml {
 struct PlainText {
     const std::uint8_t* p;
     const std::uint8_t* mark;
+    bool needsCount = false;           // what was crossed may be more than columns of one byte
     const std::uint8_t* const end;     // beyond it nothing is plain but end tags; up to it, whole
                                        // blocks may be read
     const std::uint8_t* const tagEnd;  // end tags neither
@@ -46,6 +47,7 @@ struct PlainText {
             if (!stops) continue;
             if (!isBlank(*p)) return;
             ++p;
+            needsCount = true;
         }
     }
     // Crosses blanks, and sets the mark behind them if there are any.
@@ -54,11 +56,13 @@ struct PlainText {
         if (p >= end || *p > ' ' || !isBlank(*p)) return;
         toStop<&NativeBlock::notBlank>();
         mark = p;
+        needsCount = true;
     }
     // The same where mostly one stands. False when there is none.
     [[gnu::always_inline]] bool skipSeparator() noexcept
     {
         if (p >= end || !isBlank(*p)) return false;
+        needsCount = needsCount || *p != ' ' || p[1] <= ' ';
         ++p;
         if (*p <= ' ') toStop<&NativeBlock::notBlank>();
         mark = p;
@@ -117,6 +121,7 @@ struct PlainText {
     [[gnu::always_inline]] bool endTag(const OpenName& open) noexcept
     {
         p += 2;
+        needsCount = needsCount || !open.ascii;
         if (open.prefixSize != 0) {
             if (!follows(open.text, open.prefixSize) || *p != ':') return false;
             ++p;

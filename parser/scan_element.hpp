@@ -61,7 +61,8 @@ ParseError Scanner<Sink>::qualifiedName(ChunkStack& memory, QName& qname) noexce
 template <class Sink>
 bool Scanner<Sink>::keepName(ChunkStack& memory, QName& name) noexcept
 {
-    if (name.prefix.empty()) return memory.keep(name.local);
+    if (name.prefix.empty()) [[likely]]
+        return memory.keep(name.local);
     return memory.keepBoth(name.prefix, name.local);
 }
 

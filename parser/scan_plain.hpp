@@ -86,11 +86,13 @@ template <bool kCopies>
 
 // Brings cursor and position to the place reached, for a sink that shows them.
 template <class Sink>
-[[gnu::always_inline]] inline void Scanner<Sink>::reach(const PlainText& text) noexcept
+[[gnu::always_inline]] inline void Scanner<Sink>::reach(PlainText& text) noexcept
 {
     if constexpr (Sink::kReadsPosition) {
         cursor_.moveTo(text.p, text.mark);
-        cursor_.settle();
+        if (text.needsCount) cursor_.settle();
+        else cursor_.countColumns();
+        text.needsCount = false;
     }
 }
 
@@ -136,6 +138,7 @@ template <bool kCopies>
 ParseError Scanner<Sink>::plainRun(bool atRoot) noexcept
 {
     PlainText text{cursor_.place(), cursor_.markPlace(), cursor_.plainEnd(), cursor_.bufferEnd()};
+    if constexpr (Sink::kReadsPosition) cursor_.settle();
     Plain out = sink_.plain();
     SeenNames seen;
     OpenElement top{};

@@ -99,7 +99,7 @@ private:
     bool plainAttribute(PlainText& text, Plain& out, SeenNames& seen) noexcept;
     bool plainDeclaration(Plain& out, const QName& name, const Span& value) noexcept;
     bool resolvePlain(const QName& name, Resolution& nameSpace) noexcept;
-    void reach(const PlainText& text) noexcept;
+    void reach(PlainText& text) noexcept;
 
     // scan_text.hpp
     ParseError characterData() noexcept;

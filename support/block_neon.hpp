@@ -52,6 +52,8 @@ struct NeonBlock {
         return mask(vmvnq_u8(vorrq_u8(vorrq_u8(inRange(lower, 'a', 'z'), digits), is('_'))));
     }
 
+    // What `m` can tell of the first `size` bytes, of at least one.
+    static Mask firstBytes(std::size_t size) noexcept { return ~Mask{0} >> (64 - 4 * size); }
     static std::size_t first(Mask m) noexcept
     {
         return static_cast<std::size_t>(std::countr_zero(m)) / 4;

@@ -57,6 +57,8 @@ struct Sse2Block {
         return mask(name) ^ 0xFFFF;
     }
 
+    // What `m` can tell of the first `size` bytes, of at least one.
+    static Mask firstBytes(std::size_t size) noexcept { return 0xFFFFu >> (kWidth - size); }
     static std::size_t first(Mask m) noexcept
     {
         return static_cast<std::size_t>(std::countr_zero(m));

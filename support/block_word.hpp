@@ -53,6 +53,8 @@ struct WordBlock {
         return ~(lower.inRange('a', 'z') | digits | equal('_')) & kHigh;
     }
 
+    // What `m` can tell of the first `size` bytes, of at least one.
+    static Mask firstBytes(std::size_t size) noexcept { return ~Mask{0} >> (64 - 8 * size); }
     static std::size_t first(Mask m) noexcept
     {
         return static_cast<std::size_t>(std::countr_zero(m)) / 8;
