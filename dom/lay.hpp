@@ -12,7 +12,7 @@ template <class Record>
 [[gnu::always_inline]] inline Record* layRecord(SlabRoom& room, std::size_t textSize) noexcept
 {
     const std::size_t total = Arena::sizeOf(sizeof(Record), textSize);
-    if (textSize > Arena::kLongText || !room.holds(total + kSpanSlack)) return nullptr;
+    if (textSize > Arena::kLongText || !room.holds(total)) return nullptr;
     Home home;
     auto* record = static_cast<Record*>(room.take(total, home));
     zeroBlocks<sizeof(Record)>(record);

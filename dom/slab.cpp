@@ -31,7 +31,7 @@ Arena::Arena(std::size_t firstSize) noexcept
 
 bool Arena::nextSlab(std::size_t needed) noexcept
 {
-    const std::size_t wanted = needed + kSlabHeader;
+    const std::size_t wanted = needed + kSlabHeader + kSpanSlack;
     const std::size_t size = wanted > nextSize_ ? wanted : nextSize_;
     void* block = heap::allocate(size);
     if (!block) return false;
@@ -44,7 +44,7 @@ bool Arena::nextSlab(std::size_t needed) noexcept
         first_ = slab->first = slab;
     }
     char* begin = static_cast<char*>(block);
-    room_ = {begin + kSlabHeader, begin + size, begin, 0};
+    room_ = {begin + kSlabHeader, begin + size - kSpanSlack, begin, 0};
     nextSize_ = nextSize_ < kSlabSize / 4 ? nextSize_ * 4 : kSlabSize;
     return true;
 }

@@ -10,6 +10,7 @@
 
 #include "dom/node.hpp"
 #include "support/heap.hpp"
+#include "support/span.hpp"
 
 #include <atomic>
 #include <cstddef>
@@ -59,7 +60,8 @@ void releaseArena(Slab* first) noexcept;
 // Takes `count` records off a slab's count, and releases the slab with the last.
 void dropRecords(Slab* slab, std::uint32_t count) noexcept;
 
-// What is left of the slab at hand. Whoever lays many records may do it in a copy of his own, which
+// What is left of the slab at hand: behind `end` there is still room for a block (kSpanSlack), so that
+// strings may be copied and read in blocks. Whoever lays many records may do it in a copy of his own, which
 // stays in registers, and put that back.
 struct SlabRoom {
     char* cursor = nullptr;

@@ -14,6 +14,13 @@
 
 namespace netxml {
 
+// Whether the flags leave this declaration out.
+inline bool leavesOut(const XML_DOM_NsDecl* decl, std::uint32_t flags) noexcept
+{
+    return (flags & XML_DOM_WRITE_NO_NETCONF_BASE) != 0 &&
+           std::strcmp(decl->name, "urn:ietf:params:xml:ns:netconf:base:1.0") == 0;
+}
+
 enum class TagMode {
     Begin,  // an element is always opened with ">" and closed with an end tag
     Whole,  // an element without children is one tag that ends in "/>"
@@ -32,8 +39,6 @@ public:
     std::uint32_t whole(const XML_DOM_Node* node) noexcept;
 
 private:
-    static constexpr char kNetconfBase[] = "urn:ietf:params:xml:ns:netconf:base:1.0";
-
     std::uint32_t put(std::string_view piece) noexcept { return out_.put(piece); }
     std::uint32_t text(const char* string) noexcept
     {
@@ -44,11 +49,6 @@ private:
     std::uint32_t startTag(const XML_DOM_Node* element, TagMode mode) noexcept;
     std::uint32_t namespaces(const XML_DOM_Node* element) noexcept;
     std::uint32_t attributes(const XML_DOM_Node* element) noexcept;
-    bool leavesOut(const XML_DOM_NsDecl* decl) const noexcept
-    {
-        return (flags_ & XML_DOM_WRITE_NO_NETCONF_BASE) != 0 &&
-               std::strcmp(decl->name, kNetconfBase) == 0;
-    }
 
     Out& out_;
     std::uint32_t flags_;
@@ -91,7 +91,7 @@ std::uint32_t Renderer<Out>::namespaces(const XML_DOM_Node* element) noexcept
     std::uint32_t sum = XML_RET_OK;
     for (const XML_DOM_NsDecl* decl = element->firstNs; decl && sum == XML_RET_OK;
          decl = decl->next) {
-        if (leavesOut(decl)) continue;
+        if (leavesOut(decl, flags_)) continue;
         sum = put(" xmlns");
         if (decl->prefix) {
             sum = addStatus(sum, put(":"));

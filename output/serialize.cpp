@@ -2,6 +2,7 @@
 #include "io/encoding.hpp"
 #include "output/out_stream.hpp"
 #include "output/renderer.hpp"
+#include "output/tree_writer.hpp"
 
 #include <memory>
 
@@ -61,8 +62,8 @@ struct ConvertingOut {
 
 // The declaration, unless it is not wanted or the node is no root, and then `render` (renderer ->
 // status).
-template <class Out, class Render>
-std::uint32_t withDeclaration(Renderer<Out>& renderer, const XML_DOM_Node* node,
+template <class SomeRenderer, class Render>
+std::uint32_t withDeclaration(SomeRenderer& renderer, const XML_DOM_Node* node,
                               std::uint32_t flags, Render render) noexcept
 {
     if ((flags & XML_DOM_WRITE_NO_DECLARATION) == 0) {
@@ -81,6 +82,26 @@ std::uint32_t terminate(XML_IO_OutStream& stream) noexcept
     return memory.add(kZeros, unitSize(stream.targetEncoding)) ? XML_RET_OK : XML_RET_FAIL;
 }
 
+// Renders into a stream in one go, where it passes ASCII on and everything comes out even. Where it
+// does not, the stream's own way decides what that means.
+template <class Render>
+std::uint32_t renderToMemory(XML_IO_OutStream& stream, const XML_DOM_Node* node,
+                             std::uint32_t flags, Render render) noexcept
+{
+    if (stream.passesAscii) {
+        TreeWriter writer{stream, flags};
+        if (withDeclaration(writer, node, flags, render) == XML_RET_OK) {
+            writer.finish();
+            return XML_RET_OK;
+        }
+        XML_IO_MemOutStreamCleanBuf(&stream);
+        stream.pendingCount = 0;
+    }
+    MemoryOut out{stream};
+    Renderer<MemoryOut> renderer{out, flags};
+    return withDeclaration(renderer, node, flags, render);
+}
+
 // Renders into a new string; `text` is written on success only, `length` in any case.
 template <class Render>
 std::uint32_t renderToString(const XML_DOM_Node* node, std::uint32_t flags, char** text,
@@ -88,9 +109,7 @@ std::uint32_t renderToString(const XML_DOM_Node* node, std::uint32_t flags, char
 {
     const StreamOwner stream = streamFor(node);
     if (!stream) return XML_RET_FAIL;
-    MemoryOut out{*stream};
-    Renderer<MemoryOut> renderer{out, flags};
-    const std::uint32_t status = withDeclaration(renderer, node, flags, render);
+    const std::uint32_t status = renderToMemory(*stream, node, flags, render);
     static_cast<void>(XML_IO_MemOutStreamGetBuf(stream.get(), length));
     if (status != XML_RET_OK) return status;
     if (terminate(*stream) != XML_RET_OK) return XML_RET_FAIL;
