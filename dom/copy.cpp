@@ -1,5 +1,6 @@
 // Copying nodes and subtrees.
 #include "dom/declaration_scope.hpp"
+#include "dom/lay.hpp"
 #include "dom/link.hpp"
 #include "dom/make.hpp"
 #include "dom/reclaim.hpp"
@@ -19,9 +20,28 @@ public:
     // A copy without attributes, declarations and children, or nullptr.
     XML_DOM_Node* bare(const XML_DOM_Node* from) noexcept
     {
-        return from->type == XML_DOM_NODE_ELEMENT
-                   ? makeElement(arena_, viewOf(from->name))
-                   : makeTextual(arena_, from->type, viewOf(from->value));
+        const bool isElement = from->type == XML_DOM_NODE_ELEMENT;
+        const char* text = isElement ? from->name : from->value;
+        if (arena_ && text) {
+            SlabRoom& room = arena_->room();
+            XML_DOM_Node* copy =
+                isElement
+                    ? layElement(room, spanIn(text, from->home, Home::kFirstString))
+                    : layTextual(room, from->type, spanIn(text, from->home, Home::kSecondString));
+            if (copy) return copy;
+        }
+        return isElement ? makeElement(arena_, viewOf(text))
+                         : makeTextual(arena_, from->type, viewOf(text));
+    }
+    XML_DOM_Attr* bare(const XML_DOM_Attr* from) noexcept
+    {
+        if (arena_) {
+            XML_DOM_Attr* copy =
+                layAttr(arena_->room(), spanIn(from->name, from->home, Home::kFirstString),
+                        spanIn(from->value, from->home, Home::kSecondString));
+            if (copy) return copy;
+        }
+        return makeAttr(arena_, viewOf(from->name), viewOf(from->value));
     }
     // Gives an element's copy what the element has. leave() ends the scope that this opens.
     bool furnish(XML_DOM_Node* to, const XML_DOM_Node* from, std::size_t depth) noexcept
@@ -67,7 +87,7 @@ private:
     bool copyAttributes(XML_DOM_Node* to, const XML_DOM_Node* from, std::size_t depth) noexcept
     {
         for (const XML_DOM_Attr* attr = from->firstAttr; attr; attr = attr->next) {
-            XML_DOM_Attr* copy = makeAttr(arena_, viewOf(attr->name), viewOf(attr->value));
+            XML_DOM_Attr* copy = bare(attr);
             if (!copy) return false;
             appendAttr(to, copy);
             if (!bind(to, attr->nameSpace, copy->nameSpace, depth)) return false;

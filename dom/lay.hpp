@@ -72,4 +72,12 @@ template <class Record>
     return decl;
 }
 
+// A string of a record as a span.
+[[gnu::always_inline]] inline Span spanIn(const char* text, Home home, std::uint32_t which) noexcept
+{
+    const auto* data = reinterpret_cast<const std::uint8_t*>(text);
+    if (!isWide(home, which)) return {data, std::strlen(text), false, false};
+    return {data, lengthInBlocks(text), false, true};
+}
+
 }  // namespace netxml

@@ -38,6 +38,13 @@ Slab* slabOf(Record* record) noexcept
     return slabAt(record, record->home);
 }
 
+// Whether whole blocks may be read from one of a record's strings: behind every string that lies in
+// a slab there is room for one.
+inline bool isWide(Home home, std::uint32_t string) noexcept
+{
+    return home.inSlab() && !home.owns(string);
+}
+
 // To be called before a record's links or strings change. Only a tree that is still whole is
 // written to, and that one has a single owner.
 template <class Record>
@@ -60,9 +67,9 @@ void releaseArena(Slab* first) noexcept;
 // Takes `count` records off a slab's count, and releases the slab with the last.
 void dropRecords(Slab* slab, std::uint32_t count) noexcept;
 
-// What is left of the slab at hand: behind `end` there is still room for a block (kSpanSlack), so that
-// strings may be copied and read in blocks. Whoever lays many records may do it in a copy of his own, which
-// stays in registers, and put that back.
+// What is left of the slab at hand: behind `end` there is still room for a block (kSpanSlack), so
+// that strings may be copied and read in blocks. Whoever lays many records may do it in a copy of
+// his own, which stays in registers, and put that back.
 struct SlabRoom {
     char* cursor = nullptr;
     char* end = nullptr;

@@ -63,8 +63,8 @@ struct ConvertingOut {
 // The declaration, unless it is not wanted or the node is no root, and then `render` (renderer ->
 // status).
 template <class SomeRenderer, class Render>
-std::uint32_t withDeclaration(SomeRenderer& renderer, const XML_DOM_Node* node,
-                              std::uint32_t flags, Render render) noexcept
+std::uint32_t withDeclaration(SomeRenderer& renderer, const XML_DOM_Node* node, std::uint32_t flags,
+                              Render render) noexcept
 {
     if ((flags & XML_DOM_WRITE_NO_DECLARATION) == 0) {
         const std::uint32_t status = renderer.declaration(node);

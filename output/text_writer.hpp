@@ -17,8 +17,8 @@ class TextWriter {
 public:
     // `stream` converts ASCII into itself.
     explicit TextWriter(XML_IO_OutStream& stream) noexcept
-        : stream_{stream}, memory_{*stream.target.memory},
-          converts_{stream.sourceEncoding != stream.targetEncoding}
+        : stream_{stream}, memory_{*stream.target.memory}, converts_{stream.sourceEncoding !=
+                                                                     stream.targetEncoding}
     {
     }
     TextWriter(const TextWriter&) = delete;
@@ -81,8 +81,7 @@ private:
     static NativeBlock::Mask stops(const NativeBlock& block, bool converts) noexcept
     {
         NativeBlock::Mask mask = block.equal(0);
-        if constexpr (kEscapes)
-            mask |= block.equal('<') | block.equal('>') | block.equal('&');
+        if constexpr (kEscapes) mask |= block.equal('<') | block.equal('>') | block.equal('&');
         return converts ? mask | block.high() : mask;
     }
     template <bool kEscapes>

@@ -1,23 +1,9 @@
 #include "output/tree_writer.hpp"
 
 namespace netxml {
-namespace {
-
-// Behind every string of a slab there is room for a block.
-bool wideFirst(Home home) noexcept
-{
-    return home.inSlab() && !home.owns(Home::kFirstString);
-}
-bool wideSecond(Home home) noexcept
-{
-    return home.inSlab() && !home.owns(Home::kSecondString);
-}
-
-}  // namespace
-
 void TreeWriter::prefix(const XML_DOM_NsDecl* bound) noexcept
 {
-    if (bound->prefix) out_.string(bound->prefix, wideFirst(bound->home));
+    if (bound->prefix) out_.string(bound->prefix, isWide(bound->home, Home::kFirstString));
     out_.markup(":");
 }
 
@@ -34,24 +20,24 @@ void TreeWriter::nameSpace(const XML_DOM_NsDecl* decl) noexcept
     out_.markup(" xmlns");
     if (decl->prefix) {
         out_.markup(":");
-        out_.string(decl->prefix, wideFirst(decl->home));
+        out_.string(decl->prefix, isWide(decl->home, Home::kFirstString));
     }
-    value(decl->name, wideSecond(decl->home));
+    value(decl->name, isWide(decl->home, Home::kSecondString));
 }
 
 void TreeWriter::attribute(const XML_DOM_Attr* attr) noexcept
 {
     out_.markup(" ");
     if (attr->nameSpace) prefix(attr->nameSpace);
-    out_.string(attr->name, wideFirst(attr->home));
-    value(attr->value, wideSecond(attr->home));
+    out_.string(attr->name, isWide(attr->home, Home::kFirstString));
+    value(attr->value, isWide(attr->home, Home::kSecondString));
 }
 
 void TreeWriter::startTag(const XML_DOM_Node* element, TagMode mode) noexcept
 {
     out_.markup("<");
     if (element->nameSpace) prefix(element->nameSpace);
-    out_.string(element->name, wideFirst(element->home));
+    out_.string(element->name, isWide(element->home, Home::kFirstString));
     for (const XML_DOM_NsDecl* decl = element->firstNs; decl; decl = decl->next) nameSpace(decl);
     for (const XML_DOM_Attr* attr = element->firstAttr; attr; attr = attr->next) attribute(attr);
     if (mode == TagMode::Whole && !element->firstChild) out_.markup("/>");
@@ -61,10 +47,10 @@ void TreeWriter::startTag(const XML_DOM_Node* element, TagMode mode) noexcept
 void TreeWriter::content(const XML_DOM_Node* node) noexcept
 {
     if (node->type == XML_DOM_NODE_TEXT) {
-        out_.escaped(node->value, wideSecond(node->home));
+        out_.escaped(node->value, isWide(node->home, Home::kSecondString));
     } else if (node->type == XML_DOM_NODE_CDATA) {
         out_.markup("<![CDATA[");
-        out_.string(node->value, wideSecond(node->home));
+        out_.string(node->value, isWide(node->home, Home::kSecondString));
         out_.markup("]]>");
     }
 }
@@ -73,7 +59,7 @@ void TreeWriter::endTag(const XML_DOM_Node* element) noexcept
 {
     out_.markup("</");
     if (element->nameSpace) prefix(element->nameSpace);
-    out_.string(element->name, wideFirst(element->home));
+    out_.string(element->name, isWide(element->home, Home::kFirstString));
     out_.markup(">");
 }
 

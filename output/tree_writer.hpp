@@ -15,8 +15,8 @@ public:
     {
     }
 
-    // Each as of Renderer. A status is a failure also when the text only does not come out even; what
-    // the stream holds then is to be thrown away.
+    // Each as of Renderer. A status is a failure also when the text only does not come out even;
+    // what the stream holds then is to be thrown away.
     std::uint32_t declaration(const XML_DOM_Node* node) noexcept;
     std::uint32_t begin(const XML_DOM_Node* node, TagMode mode) noexcept;
     std::uint32_t end(const XML_DOM_Node* node, TagMode mode) noexcept;

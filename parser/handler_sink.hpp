@@ -42,11 +42,7 @@ public:
         void forget() noexcept {}
         ParseError enter(const QName& name, const Resolution& nameSpace,
                          const Bindings& bindings) noexcept;
-        bool addText(const Span& text, ParseError& error) noexcept
-        {
-            error = sink_.characters(text);
-            return true;
-        }
+        ParseError addText(const Span& text) noexcept { return sink_.characters(text); }
         ParseError leave(const OpenName& name, const Bindings& bindings) noexcept
         {
             return sink_.endElement(name, bindings);

@@ -1,6 +1,7 @@
 #include "parser/internal_text.hpp"
 
 #include "output/out_stream.hpp"
+#include "support/block.hpp"
 
 namespace netxml {
 
@@ -24,8 +25,40 @@ ParseError InternalText::convertBeyondAscii(Span span, std::string_view& text) n
         unavailable_ = true;
         return ParseError::Internal;
     }
+    if (converted_ >= kWarmUp && isOpen(stream_->converter)) return convertByCache(span, text);
+    converted_ += span.size;
     text = convertText(stream_, reinterpret_cast<const char*>(span.data), span.size);
     return text.data() ? ParseError::None : ParseError::Internal;
+}
+
+bool InternalText::appendByStream(const std::uint8_t* p, std::size_t size) noexcept
+{
+    const std::string_view text = convertText(stream_, reinterpret_cast<const char*>(p), size);
+    return text.data() && text_.append(text.data(), text.size());
+}
+
+// A character takes at most four bytes in the tree's encoding: where the cache knows it, two.
+ParseError InternalText::convertByCache(Span span, std::string_view& text) noexcept
+{
+    text_.clear();
+    const std::uint8_t* p = span.data;
+    const std::uint8_t* end = p + span.size;
+    while (p != end) {
+        const std::uint8_t* high = findHigh(p, end);
+        if (!text_.append(reinterpret_cast<const char*>(p), static_cast<std::size_t>(high - p)) ||
+            !text_.reserve(static_cast<std::size_t>(end - high)))
+            return ParseError::Internal;
+        p = high;
+        char* to = text_.data() + text_.size();
+        text_.addCount(
+            static_cast<std::size_t>(cache_.convert(stream_->converter, p, end, to) - to));
+        if (p == end || *p < 0x80) continue;
+        const std::uint8_t* other = p + characterLength(kParserEncoding, p, end);
+        if (!appendByStream(p, static_cast<std::size_t>(other - p))) return ParseError::Internal;
+        p = other;
+    }
+    text = {text_.data(), text_.size()};
+    return ParseError::None;
 }
 
 }  // namespace netxml

@@ -1,9 +1,11 @@
 // From the parser's UTF-8 into the tree's encoding.
 #pragma once
 
+#include "io/character_cache.hpp"
 #include "io/encoding.hpp"
 #include "netxml/io.h"
 #include "parser/parse_error.hpp"
+#include "support/grow_buffer.hpp"
 #include "support/span.hpp"
 
 #include <cstddef>
@@ -38,9 +40,17 @@ public:
     bool unavailable() const noexcept { return unavailable_; }
 
 private:
+    // So much text goes through the stream before the cache is worth filling.
+    static constexpr std::size_t kWarmUp = std::size_t{16} * 1024;
+
     ParseError convertBeyondAscii(Span span, std::string_view& text) noexcept;
+    ParseError convertByCache(Span span, std::string_view& text) noexcept;
+    bool appendByStream(const std::uint8_t* p, std::size_t size) noexcept;
 
     XML_IO_OutStream* stream_ = nullptr;
+    std::size_t converted_ = 0;  // bytes, while there was no cache
+    CharacterCache cache_;
+    GrowBuffer<char> text_;  // what was converted by the cache
     bool unavailable_ = false;
 };
 

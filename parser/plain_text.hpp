@@ -3,7 +3,7 @@
 // Everything here is inlined into one loop on purpose; as calls, it would cost more than it does.
 #pragma once
 
-#include "parser/char_classes.hpp"
+#include "parser/beyond_ascii.hpp"
 #include "parser/open_name.hpp"
 #include "support/block_copy.hpp"
 
@@ -37,16 +37,24 @@ struct PlainText {
         return {start, static_cast<std::size_t>(p - start), true, true};
     }
 
-    // Crosses valid characters up to one of `kStops`, or to what is not plain.
+    // Crosses valid characters up to one of `kStops`, or to what is not plain. `ascii` becomes
+    // false where any is beyond that.
     template <std::uint8_t... kStops>
-    [[gnu::always_inline]] void cross() noexcept
+    [[gnu::always_inline]] void cross(bool& ascii) noexcept
     {
         while (p < end) {
             const auto stops = NativeBlock::load(p).controlHighOr<kStops...>();
             p += stops ? NativeBlock::first(stops) : NativeBlock::kWidth;
             if (!stops) continue;
-            if (!isBlank(*p)) return;
-            ++p;
+            if (*p >= 0x80) {
+                const std::uint8_t* high = p;
+                p = crossBeyondAscii(p, end);
+                if (p == high) return;
+                ascii = false;
+            } else {
+                if (!isBlank(*p)) return;
+                ++p;
+            }
             needsCount = true;
         }
     }
@@ -92,13 +100,15 @@ struct PlainText {
     [[gnu::always_inline]] bool characters(Span& found) noexcept
     {
         const std::uint8_t* start = p;
+        bool ascii = true;
         for (;; ++p) {
-            cross<'<', '&', ']'>();
+            cross<'<', '&', ']'>(ascii);
             if (!at(']')) break;
             if (p[1] == ']' && p[2] == '>') return false;
         }
         if (!at('<')) return false;
         found = from(start);
+        found.ascii = ascii;
         while (start[found.size - 1] <= ' ' && isBlank(start[found.size - 1])) --found.size;
         return true;
     }
@@ -110,10 +120,12 @@ struct PlainText {
         const bool doubled = at('"');
         if (!doubled && !at('\'')) return false;
         const std::uint8_t* start = ++p;
-        if (doubled) cross<'"', '<', '&'>();
-        else cross<'\'', '<', '&'>();
+        bool ascii = true;
+        if (doubled) cross<'"', '<', '&'>(ascii);
+        else cross<'\'', '<', '&'>(ascii);
         if (!at(doubled ? '"' : '\'')) return false;
         found = from(start);
+        found.ascii = ascii;
         ++p;
         return true;
     }

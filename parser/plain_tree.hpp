@@ -6,6 +6,7 @@
 #include "dom/link.hpp"
 #include "dom/namespace.hpp"
 #include "parser/bindings.hpp"
+#include "parser/internal_text.hpp"
 #include "parser/open_name.hpp"
 #include "parser/tree_builder.hpp"
 
@@ -18,12 +19,25 @@ inline const XML_DOM_NsDecl* declarationOf(const QName& name, const Resolution& 
     return resolution.binding ? resolution.binding->declaration : &kXmlDeclaration;
 }
 
+// Converts a text and appends a node that holds it.
+inline ParseError textual(InternalText& values, TreeBuilder& builder, XML_DOM_NodeType type,
+                          const Span& text) noexcept
+{
+    std::string_view converted{""};
+    if (!text.empty()) {
+        const ParseError error = values.convert(text, converted);
+        if (error != ParseError::None) return error;
+    }
+    return builder.addTextual(type, converted) ? ParseError::None : ParseError::Internal;
+}
+
 class PlainTree {
 public:
     // Works on copies, which store() puts back.
-    PlainTree(TreeBuilder& builder, SlabRoom& room, XML_DOM_Node*& current) noexcept
-        : builder_{builder}, roomOfArena_{room}, currentOfTree_{current}, room_{room}, current_{
-                                                                                           current}
+    PlainTree(InternalText& values, TreeBuilder& builder, SlabRoom& room,
+              XML_DOM_Node*& current) noexcept
+        : values_{values}, builder_{builder}, roomOfArena_{room},
+          currentOfTree_{current}, room_{room}, current_{current}
     {
     }
     PlainTree(const PlainTree&) = delete;
@@ -44,6 +58,7 @@ public:
     }
     [[gnu::always_inline]] bool lay(Binding& binding) noexcept
     {
+        if (!binding.name.ascii) return false;
         XML_DOM_NsDecl* decl =
             layDecl(room_, binding.isDefault() ? nullptr : &binding.prefixSpan, binding.name);
         binding.declaration = decl;
@@ -53,7 +68,9 @@ public:
     [[gnu::always_inline]] bool lay(const QName& name, const Span& value,
                                     const Resolution& nameSpace) noexcept
     {
-        XML_DOM_Attr* attr = layAttr(room_, name.local, value);
+        XML_DOM_Attr* attr = nullptr;
+        if (value.ascii) attr = layAttr(room_, name.local, value);
+        else attr = layConverted(name.local, value);
         if (!attr) return false;
         attr->nameSpace = declarationOf(name, nameSpace);
         appendAttr(element_, attr);
@@ -75,11 +92,12 @@ public:
         element_ = nullptr;
         return ParseError::None;
     }
-    [[gnu::always_inline]] bool addText(const Span& text, ParseError&) noexcept
+    [[gnu::always_inline]] ParseError addText(const Span& text) noexcept
     {
-        XML_DOM_Node* node = layTextual(room_, XML_DOM_NODE_TEXT, text);
-        if (node) appendChild(current_, node);
-        return node != nullptr;
+        XML_DOM_Node* node = text.ascii ? layTextual(room_, XML_DOM_NODE_TEXT, text) : nullptr;
+        if (!node) return addByTree(text);
+        appendChild(current_, node);
+        return ParseError::None;
     }
     ParseError leave(const OpenName&, const Bindings&) noexcept
     {
@@ -98,6 +116,23 @@ private:
         return entered ? ParseError::None : ParseError::Internal;
     }
 
+    // The way of texts that are long, beyond ASCII, or too much for the slab at hand.
+    ParseError addByTree(const Span& text) noexcept
+    {
+        roomOfArena_ = room_;
+        currentOfTree_ = current_;
+        const ParseError error = textual(values_, builder_, XML_DOM_NODE_TEXT, text);
+        room_ = roomOfArena_;
+        return error;
+    }
+    XML_DOM_Attr* layConverted(const Span& name, const Span& value) noexcept
+    {
+        std::string_view text;
+        if (values_.convert(value, text) != ParseError::None) return nullptr;
+        return layAttr(room_, name, spanOf(text));
+    }
+
+    InternalText& values_;
     TreeBuilder& builder_;
     SlabRoom& roomOfArena_;
     XML_DOM_Node*& currentOfTree_;

@@ -154,7 +154,7 @@ ParseError Scanner<Sink>::plainRun(bool atRoot) noexcept
             Span characters;
             if (!text.characters(characters)) break;
             reach(text);
-            if (!out.addText(characters, error)) break;
+            error = out.addText(characters);
             start = text.p;
             mark = text.mark;
             if (error != ParseError::None) break;

@@ -22,7 +22,7 @@
 //     void forget();                // the start tag was none
 //     ParseError enter(const QName& name, const Resolution& nameSpace,
 //                      const Bindings& bindings);                // it was: the start event
-//     bool addText(const Span& text, ParseError& error);         // false: not here, and no event
+//     ParseError addText(const Span& text);
 //     ParseError leave(const OpenName& name, const Bindings& bindings);
 //     void store();                                              // at the end
 //

@@ -89,16 +89,6 @@ ParseError TreeSink::startElement(const StartTag& tag) noexcept
     return error;
 }
 
-ParseError TreeSink::textual(XML_DOM_NodeType type, const Span& text) noexcept
-{
-    std::string_view converted{""};
-    if (!text.empty()) {
-        const ParseError error = values_.convert(text, converted);
-        if (error != ParseError::None) return error;
-    }
-    return builder_.addTextual(type, converted) ? ParseError::None : ParseError::Internal;
-}
-
 XML_DOM_Node* TreeSink::release() noexcept
 {
     arena_.seal(true);

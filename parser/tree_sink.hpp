@@ -33,13 +33,19 @@ public:
         builder_.leaveElement();
         return ParseError::None;
     }
-    ParseError characters(const Span& text) noexcept { return textual(XML_DOM_NODE_TEXT, text); }
-    ParseError cdata(const Span& text) noexcept { return textual(XML_DOM_NODE_CDATA, text); }
+    ParseError characters(const Span& text) noexcept
+    {
+        return textual(values_, builder_, XML_DOM_NODE_TEXT, text);
+    }
+    ParseError cdata(const Span& text) noexcept
+    {
+        return textual(values_, builder_, XML_DOM_NODE_CDATA, text);
+    }
     ParseError comment(Span) noexcept { return ParseError::None; }
     ParseError processingInstruction(Span, const Span*) noexcept { return ParseError::None; }
 
     using Plain = PlainTree;
-    Plain plain() noexcept { return {builder_, arena_.room(), current_}; }
+    Plain plain() noexcept { return {values_, builder_, arena_.room(), current_}; }
 
     // True once an error has been written into the caller's buffer.
     bool hasReported() const noexcept { return reported_; }
@@ -54,7 +60,6 @@ private:
     static constexpr std::size_t kTreePerInput = 8;
 
     ParseError addElement(const Span& name) noexcept;
-    ParseError textual(XML_DOM_NodeType type, const Span& text) noexcept;
     ParseError addDeclarations(const StartTag& tag) noexcept;
     ParseError addDeclaration(Binding& binding) noexcept;
     ParseError addAttribute(const TagAttribute& attribute) noexcept;

@@ -46,6 +46,17 @@ template <class Block = NativeBlock>
     return true;
 }
 
+// The length of a string that may be read in whole blocks.
+template <class Block = NativeBlock>
+[[gnu::always_inline]] inline std::size_t lengthInBlocks(const char* text) noexcept
+{
+    for (std::size_t size = 0;; size += Block::kWidth) {
+        const auto* p = reinterpret_cast<const std::uint8_t*>(text) + size;
+        const typename Block::Mask ends = Block::load(p).equal(0);
+        if (ends) return size + Block::first(ends);
+    }
+}
+
 // Longer texts are the C library's business.
 inline constexpr std::size_t kFewBlocks = 64;
 

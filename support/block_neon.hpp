@@ -36,6 +36,15 @@ struct NeonBlock {
         return mask(
             vcgtq_s8(vreinterpretq_s8_u8(bytes), vdupq_n_s8(static_cast<std::int8_t>(0xBF))));
     }
+    // Bytes that lead three of which any continuation is a character: E1 to EC.
+    Mask wholeLeads() const noexcept { return mask(inRange(bytes, 0xE1, 0xEC)); }
+    // The mask of these bytes: bit i stands for byte i.
+    static constexpr Mask maskOf(std::uint32_t bits) noexcept
+    {
+        Mask mask = 0;
+        for (std::size_t i = 0; i < kWidth; ++i) mask |= Mask{bits >> i & 1} << (4 * i);
+        return mask;
+    }
     Mask differing(const NeonBlock& other) const noexcept
     {
         return mask(vmvnq_u8(vceqq_u8(bytes, other.bytes)));

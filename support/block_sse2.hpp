@@ -38,6 +38,13 @@ struct Sse2Block {
     {
         return mask(_mm_cmpgt_epi8(bytes, _mm_set1_epi8(static_cast<char>(0xBF))));
     }
+    // Bytes that lead three of which any continuation is a character: E1 to EC.
+    Mask wholeLeads() const noexcept
+    {
+        return mask(inRange(bytes, static_cast<char>(0xE1), static_cast<char>(0xEC)));
+    }
+    // The mask of these bytes: bit i stands for byte i.
+    static constexpr Mask maskOf(std::uint32_t bits) noexcept { return bits; }
     Mask differing(const Sse2Block& other) const noexcept
     {
         return mask(_mm_cmpeq_epi8(bytes, other.bytes)) ^ 0xFFFF;

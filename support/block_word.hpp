@@ -37,6 +37,19 @@ struct WordBlock {
     Mask high() const noexcept { return bytes & kHigh; }
     // All but 0x80 to 0xBF: the top bit is clear, or the one below it is set.
     Mask leading() const noexcept { return (~bytes | (bytes << 1)) & kHigh; }
+    // Bytes that lead three of which any continuation is a character: E1 to EC.
+    Mask wholeLeads() const noexcept
+    {
+        const WordBlock low{bytes & kLow};
+        return low.inRange(0x61, 0x6C) & bytes;
+    }
+    // The mask of these bytes: bit i stands for byte i.
+    static constexpr Mask maskOf(std::uint32_t bits) noexcept
+    {
+        Mask mask = 0;
+        for (std::size_t i = 0; i < kWidth; ++i) mask |= Mask{bits >> i & 1} << (8 * i + 7);
+        return mask;
+    }
     Mask differing(const WordBlock& other) const noexcept
     {
         return ~WordBlock{bytes ^ other.bytes}.equal(0) & kHigh;

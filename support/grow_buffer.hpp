@@ -46,6 +46,8 @@ public:
     }
     // Where there is room for it.
     void add(const T& value) noexcept { data_[size_++] = value; }
+    // Counts what was written behind the last one, where room was made for it.
+    void addCount(std::size_t count) noexcept { size_ += count; }
     bool append(const T* values, std::size_t count) noexcept
     {
         if (!reserve(count)) return false;

@@ -16,9 +16,9 @@ template <class Block>
 void compareMasks(const std::uint8_t* p)
 {
     const Block block = Block::load(p);
-    typename Block::Mask all[] = {block.equal('<'),      block.equal(0), block.equal(0xFF),
-                                  block.controlOrHigh(), block.high(),   block.leading(),
-                                  block.notBlank(),      block.notName()};
+    typename Block::Mask all[] = {block.equal('<'),      block.equal(0),  block.equal(0xFF),
+                                  block.controlOrHigh(), block.high(),    block.leading(),
+                                  block.notBlank(),      block.notName(), block.wholeLeads()};
     const auto holds = [](int test, std::uint8_t b) {
         switch (test) {
         case 0: return b == '<';
@@ -28,10 +28,11 @@ void compareMasks(const std::uint8_t* p)
         case 4: return b > 0x7F;
         case 5: return (b & 0xC0) != 0x80;
         case 6: return !isBlank(b);
+        case 8: return b >= 0xE1 && b <= 0xEC;
         default: return (kAsciiClasses[b] & kClassName) == 0;
         }
     };
-    for (int test = 0; test < 8; ++test) {
+    for (int test = 0; test < 9; ++test) {
         std::size_t count = 0;
         std::size_t first = Block::kWidth;
         for (std::size_t i = 0; i < Block::kWidth; ++i) {
