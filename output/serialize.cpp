@@ -24,53 +24,81 @@ StreamOwner streamFor(const XML_DOM_Node* node) noexcept
 }
 
 // Collects the pieces in a memory stream.
-struct MemoryOut {
-    XML_IO_OutStream& stream;
-    std::uint32_t put(std::string_view piece) noexcept
-    {
-        return piece.empty() ? XML_RET_OK : appendTo(stream, piece.data(), piece.size());
-    }
-};
+PieceOut memoryOut(XML_IO_OutStream& stream) noexcept
+{
+    return {[](void* context, std::string_view piece) {
+                return piece.empty() ? XML_RET_OK
+                                     : appendTo(*static_cast<XML_IO_OutStream*>(context),
+                                                piece.data(), piece.size());
+            },
+            &stream};
+}
 
-// Hands each piece to a callback as it is.
-struct CallbackOut {
-    XML_DOM_Write callback;
+// Hands each piece to a callback.
+struct Callback {
+    XML_DOM_Write write;
     void* context;
-    std::uint32_t put(std::string_view piece) noexcept
-    {
-        return callback(context, piece.data(), piece.size());
-    }
-};
+    XML_IO_OutStream* stream;  // converts it first
 
-// Converts each piece and hands it to a callback. Kept: a piece that comes to nothing is a failure.
-struct ConvertingOut {
-    XML_IO_OutStream& stream;
-    XML_DOM_Write callback;
-    void* context;
-    std::uint32_t put(std::string_view piece) noexcept
+    PieceOut asItIs() noexcept
     {
-        std::uint32_t status = XML_IO_OutStreamAppend(&stream, piece.data(), piece.size());
+        return {[](void* callback, std::string_view piece) {
+                    const auto* self = static_cast<const Callback*>(callback);
+                    return self->write(self->context, piece.data(), piece.size());
+                },
+                this};
+    }
+    PieceOut converted() noexcept
+    {
+        return {[](void* callback, std::string_view piece) {
+                    return static_cast<const Callback*>(callback)->convert(piece);
+                },
+                this};
+    }
+
+private:
+    // Kept: a piece that comes to nothing is a failure.
+    std::uint32_t convert(std::string_view piece) const noexcept
+    {
+        std::uint32_t status = XML_IO_OutStreamAppend(stream, piece.data(), piece.size());
         if (status == XML_RET_OK) {
             std::size_t length = 0;
-            const char* bytes = XML_IO_MemOutStreamGetBuf(&stream, &length);
-            status = bytes ? callback(context, bytes, length) : XML_RET_FAIL;
+            const char* bytes = XML_IO_MemOutStreamGetBuf(stream, &length);
+            status = bytes ? write(context, bytes, length) : XML_RET_FAIL;
         }
-        XML_IO_MemOutStreamCleanBuf(&stream);
+        XML_IO_MemOutStreamCleanBuf(stream);
         return status;
     }
 };
 
-// The declaration, unless it is not wanted or the node is no root, and then `render` (renderer ->
-// status).
-template <class SomeRenderer, class Render>
-std::uint32_t withDeclaration(SomeRenderer& renderer, const XML_DOM_Node* node, std::uint32_t flags,
-                              Render render) noexcept
+// What of a node is rendered; the declaration may come in front of it.
+enum class Part { Whole, Children, Begin, End };
+
+template <class SomeRenderer>
+std::uint32_t renderChildren(SomeRenderer& renderer, const XML_DOM_Node* node) noexcept
+{
+    std::uint32_t status = XML_RET_OK;
+    const XML_DOM_Node* child = node->firstChild;
+    for (; child && status == XML_RET_OK; child = child->nextSibling)
+        status = renderer.whole(child);
+    return status;
+}
+
+// The declaration, unless it is not wanted or the node is no root, and then the part.
+template <class SomeRenderer>
+std::uint32_t render(SomeRenderer& renderer, const XML_DOM_Node* node, std::uint32_t flags,
+                     Part part) noexcept
 {
     if ((flags & XML_DOM_WRITE_NO_DECLARATION) == 0) {
         const std::uint32_t status = renderer.declaration(node);
         if (status != XML_RET_OK) return status;
     }
-    return render(renderer);
+    switch (part) {
+    case Part::Children: return renderChildren(renderer, node);
+    case Part::Begin: return renderer.begin(node, TagMode::Begin);
+    case Part::End: return renderer.end(node, TagMode::Begin);
+    default: return renderer.whole(node);
+    }
 }
 
 // Appends the NUL of the encoding. Where nothing was rendered it stands alone, without a mark.
@@ -84,32 +112,30 @@ std::uint32_t terminate(XML_IO_OutStream& stream) noexcept
 
 // Renders into a stream in one go, where it passes ASCII on and everything comes out even. Where it
 // does not, the stream's own way decides what that means.
-template <class Render>
 std::uint32_t renderToMemory(XML_IO_OutStream& stream, const XML_DOM_Node* node,
-                             std::uint32_t flags, Render render) noexcept
+                             std::uint32_t flags, Part part) noexcept
 {
     if (stream.passesAscii) {
         TreeWriter writer{stream, flags};
-        if (withDeclaration(writer, node, flags, render) == XML_RET_OK) {
+        if (render(writer, node, flags, part) == XML_RET_OK) {
             writer.finish();
             return XML_RET_OK;
         }
         XML_IO_MemOutStreamCleanBuf(&stream);
         stream.pendingCount = 0;
     }
-    MemoryOut out{stream};
-    Renderer<MemoryOut> renderer{out, flags};
-    return withDeclaration(renderer, node, flags, render);
+    const PieceOut out = memoryOut(stream);
+    Renderer renderer{out, flags};
+    return render(renderer, node, flags, part);
 }
 
 // Renders into a new string; `text` is written on success only, `length` in any case.
-template <class Render>
 std::uint32_t renderToString(const XML_DOM_Node* node, std::uint32_t flags, char** text,
-                             std::size_t* length, Render render) noexcept
+                             std::size_t* length, Part part) noexcept
 {
     const StreamOwner stream = streamFor(node);
     if (!stream) return XML_RET_FAIL;
-    const std::uint32_t status = renderToMemory(*stream, node, flags, render);
+    const std::uint32_t status = renderToMemory(*stream, node, flags, part);
     static_cast<void>(XML_IO_MemOutStreamGetBuf(stream.get(), length));
     if (status != XML_RET_OK) return status;
     if (terminate(*stream) != XML_RET_OK) return XML_RET_FAIL;
@@ -125,20 +151,13 @@ using namespace netxml;
 uint32_t XML_DOM_TranslateStr(const XML_DOM_Node* node, uint32_t flags, char** text, size_t* length)
 {
     if (!node || !text) return XML_RET_FAIL;
-    return renderToString(node, flags, text, length,
-                          [node](auto& renderer) { return renderer.whole(node); });
+    return renderToString(node, flags, text, length, Part::Whole);
 }
 
 uint32_t XML_DOM_TranslateStr4AllChild(const XML_DOM_Node* node, char** text, size_t* length)
 {
     if (!node || !text) return XML_RET_FAIL;
-    return renderToString(node, XML_DOM_WRITE_NO_DECLARATION, text, length, [node](auto& renderer) {
-        std::uint32_t status = XML_RET_OK;
-        const XML_DOM_Node* child = node->firstChild;
-        for (; child && status == XML_RET_OK; child = child->nextSibling)
-            status = renderer.whole(child);
-        return status;
-    });
+    return renderToString(node, XML_DOM_WRITE_NO_DECLARATION, text, length, Part::Children);
 }
 
 uint32_t XML_DOM_OutPutTranslateStr(const XML_DOM_Node* node, uint32_t flags,
@@ -147,34 +166,30 @@ uint32_t XML_DOM_OutPutTranslateStr(const XML_DOM_Node* node, uint32_t flags,
     if (!node || !callback) return XML_RET_FAIL;
     const StreamOwner stream = streamFor(node);
     if (!stream) return XML_RET_FAIL;
-    ConvertingOut out{*stream, callback, context};
-    Renderer<ConvertingOut> renderer{out, flags};
-    return withDeclaration(renderer, node, flags, [node](auto& r) { return r.whole(node); });
+    Callback target{callback, context, stream.get()};
+    const PieceOut out = target.converted();
+    Renderer renderer{out, flags};
+    return render(renderer, node, flags, Part::Whole);
 }
 
 char* XML_DOM_NodeBegin2Str(const XML_DOM_Node* node, uint32_t flags, size_t* length)
 {
     char* text = nullptr;
-    if (!node) return nullptr;
-    static_cast<void>(renderToString(node, flags, &text, length, [node](auto& renderer) {
-        return renderer.begin(node, TagMode::Begin);
-    }));
+    if (node) static_cast<void>(renderToString(node, flags, &text, length, Part::Begin));
     return text;
 }
 
 char* XML_DOM_NodeEnd2Str(const XML_DOM_Node* node, size_t* length)
 {
     char* text = nullptr;
-    if (!node) return nullptr;
-    static_cast<void>(
-        renderToString(node, XML_DOM_WRITE_NO_DECLARATION, &text, length,
-                       [node](auto& renderer) { return renderer.end(node, TagMode::Begin); }));
+    constexpr std::uint32_t kFlags = XML_DOM_WRITE_NO_DECLARATION;
+    if (node) static_cast<void>(renderToString(node, kFlags, &text, length, Part::End));
     return text;
 }
 
 uint32_t XML_OutTextString(const char* string, XML_DOM_Write sink, void* context)
 {
     if (!string || !sink) return XML_RET_FAIL;
-    CallbackOut out{sink, context};
-    return putEscaped(out, std::string_view{string});
+    Callback target{sink, context, nullptr};
+    return putEscaped(target.asItIs(), std::string_view{string});
 }

@@ -3,6 +3,9 @@
 #include "parser/tree_sink.hpp"
 
 namespace netxml {
+
+extern template ParseError Scanner<TreeSink>::plainContent(bool atRoot) noexcept;
+
 namespace {
 
 // Runs one of the parse functions (sink -> status) and turns its end into a tree or a message.

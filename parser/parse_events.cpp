@@ -3,6 +3,9 @@
 #include "parser/handler_sink.hpp"
 
 namespace netxml {
+
+extern template ParseError Scanner<HandlerSink>::plainContent(bool atRoot) noexcept;
+
 namespace {
 
 auto delivering(const XML_SAX_Handler* handler) noexcept

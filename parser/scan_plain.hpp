@@ -72,13 +72,12 @@ template <class Sink>
 
 // A start tag. Entered at "<", left at its ">" or "/>".
 template <class Sink>
-template <bool kCopies>
 [[gnu::always_inline]] inline bool Scanner<Sink>::plainStartTag(PlainText& text, Plain& out,
                                                                 QName& name, Resolution& nameSpace,
                                                                 SeenNames& seen) noexcept
 {
     ++text.p;
-    if (!text.qualifiedName(name) || (kCopies && !keepName(openMemory_, name))) return false;
+    if (!text.qualifiedName(name) || (copiesNames() && !keepName(openMemory_, name))) return false;
     if (!out.lay(name)) return false;
     if (*text.p != '>' && !plainAttributes(text, out, seen)) return false;
     return resolvePlain(name, nameSpace);
@@ -99,7 +98,6 @@ template <class Sink>
 // A start tag with its event. Entered at "<", left behind it. None of it has happened if `found` is
 // None; an error leaves it in front of the ">".
 template <class Sink>
-template <bool kCopies>
 [[gnu::always_inline]] inline ParseError
 Scanner<Sink>::enterPlain(PlainText& text, Plain& out, OpenElement& element, SeenNames& seen,
                           PlainTag& found) noexcept
@@ -110,7 +108,7 @@ Scanner<Sink>::enterPlain(PlainText& text, Plain& out, OpenElement& element, See
     Resolution nameSpace;
     declarations_ = 0;
     if constexpr (!Sink::kTakesInputInPlace) values = tagMemory_.mark();
-    const bool plain = plainStartTag<kCopies>(text, out, name, nameSpace, seen);
+    const bool plain = plainStartTag(text, out, name, nameSpace, seen);
     ParseError error = ParseError::None;
     element.name = OpenName{name};
     element.memory = memory;
@@ -131,11 +129,12 @@ Scanner<Sink>::enterPlain(PlainText& text, Plain& out, OpenElement& element, See
     return ParseError::None;
 }
 
+// Crosses plain content as far as it goes; also the root's start tag, which nothing is open for.
+//
 // The innermost open element stays in registers until another one is opened in it: most are closed
 // before that, and never come onto the stack. One that declares something goes there at once.
 template <class Sink>
-template <bool kCopies>
-ParseError Scanner<Sink>::plainRun(bool atRoot) noexcept
+ParseError Scanner<Sink>::plainContent(bool atRoot) noexcept
 {
     PlainText text{cursor_.place(), cursor_.markPlace(), cursor_.plainEnd(), cursor_.bufferEnd()};
     if constexpr (Sink::kReadsPosition) cursor_.settle();
@@ -165,7 +164,7 @@ ParseError Scanner<Sink>::plainRun(bool atRoot) noexcept
             hasTop = false;
             if (!open_.reserve(1)) break;  // so that it does not fail when the element is open
             PlainTag found;
-            error = enterPlain<kCopies>(text, out, top, seen, found);
+            error = enterPlain(text, out, top, seen, found);
             if (found == PlainTag::None) {
                 if (error != ParseError::None) start = text.p, mark = text.mark;
                 break;
@@ -181,7 +180,7 @@ ParseError Scanner<Sink>::plainRun(bool atRoot) noexcept
             reach(text);
             error = out.leave(hasTop ? top.name : open_.back().name, bindings_);
             if (!hasTop) dropElement();
-            else if constexpr (kCopies) openMemory_.release(top.memory);
+            else if (copiesNames()) openMemory_.release(top.memory);
             hasTop = false;
         }
     }
@@ -189,16 +188,6 @@ ParseError Scanner<Sink>::plainRun(bool atRoot) noexcept
     out.store();
     cursor_.moveTo(start, mark);
     return error;
-}
-
-// Crosses plain content as far as it goes; also the root's start tag, which nothing is open for.
-template <class Sink>
-ParseError Scanner<Sink>::plainContent(bool atRoot) noexcept
-{
-    if constexpr (Sink::kTakesInputInPlace) {
-        if (inPlace_) return plainRun<false>(atRoot);
-    }
-    return plainRun<true>(atRoot);
 }
 
 }  // namespace netxml

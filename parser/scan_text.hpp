@@ -75,25 +75,24 @@ ParseError Scanner<Sink>::cdataSection() noexcept
 template <class Sink>
 ParseError Scanner<Sink>::attributeValue(Span& value) noexcept
 {
-    const bool doubled = cursor_.at('"');
-    if (!doubled && !cursor_.at('\'')) return ParseError::StringNotStarted;
+    const char quote = cursor_.at('"') ? '"' : '\'';
+    if (!cursor_.at(quote)) return ParseError::StringNotStarted;
     cursor_.advance();
-    return doubled ? quotedValue<'"'>(value) : quotedValue<'\''>(value);
+    return quotedValue(quote, value);
 }
 
 // Entered behind the opening quote, left behind the closing one. Blanks and line ends stay as
 // written.
 template <class Sink>
-template <std::uint8_t kQuote>
-ParseError Scanner<Sink>::quotedValue(Span& value) noexcept
+ParseError Scanner<Sink>::quotedValue(char quote, Span& value) noexcept
 {
     std::size_t start = cursor_.fromMark();
     bool assembled = false;
     text_.clear();
     textAscii_ = true;
     for (;;) {
-        cursor_.cross(findStop<NativeBlock, kQuote, '<', '&'>);
-        if (cursor_.at(static_cast<char>(kQuote))) break;
+        cursor_.cross(findStop<NativeBlock, '"', '\'', '<', '&'>);
+        if (cursor_.at(quote)) break;
         if (cursor_.atEnd()) return ParseError::StringNotClosed;
         if (cursor_.at('<')) return ParseError::LessThanInAttribute;
         if (cursor_.at('&')) {

@@ -87,12 +87,8 @@ private:
     using Plain = typename Sink::Plain;
     enum class PlainTag { None, Open, Empty };
     ParseError plainContent(bool atRoot) noexcept;
-    template <bool kCopies>
-    ParseError plainRun(bool atRoot) noexcept;
-    template <bool kCopies>
     ParseError enterPlain(PlainText& text, Plain& out, OpenElement& element, SeenNames& seen,
                           PlainTag& found) noexcept;
-    template <bool kCopies>
     bool plainStartTag(PlainText& text, Plain& out, QName& name, Resolution& nameSpace,
                        SeenNames& seen) noexcept;
     bool plainAttributes(PlainText& text, Plain& out, SeenNames& seen) noexcept;
@@ -105,8 +101,7 @@ private:
     ParseError characterData() noexcept;
     ParseError cdataSection() noexcept;
     ParseError attributeValue(Span& value) noexcept;
-    template <std::uint8_t kQuote>
-    ParseError quotedValue(Span& value) noexcept;
+    ParseError quotedValue(char quote, Span& value) noexcept;
     ParseError reference() noexcept;
     ParseError characterReference() noexcept;
 
@@ -123,6 +118,8 @@ private:
     {
         if constexpr (Sink::kReadsPosition) cursor_.settle();
     }
+    // Whether names of open elements have to be copied to be kept.
+    bool copiesNames() const noexcept { return !Sink::kTakesInputInPlace || !inPlace_; }
     std::size_t depth() const noexcept { return open_.size(); }
 
     Cursor cursor_;
@@ -147,5 +144,4 @@ private:
 
 #include "parser/scan_element.hpp"
 #include "parser/scan_misc.hpp"
-#include "parser/scan_plain.hpp"
 #include "parser/scan_text.hpp"
