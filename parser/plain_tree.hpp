@@ -76,6 +76,10 @@ public:
         appendAttr(element_, attr);
         return true;
     }
+    const std::uint8_t* nameLaid() const noexcept
+    {
+        return reinterpret_cast<const std::uint8_t*>(element_->name);
+    }
     void forget() noexcept
     {
         if (element_) room_ = before_;

@@ -32,6 +32,7 @@ template <class Sink>
 {
     const Span prefix = name.prefix.empty() ? Span{} : name.local;
     // The element is not open yet, but what it declares counts as declared in it.
+    if (declarations_ == 0) declaredMark_ = openMemory_.mark();
     if (bindings_.declare(openMemory_, prefix, value, depth() + 1) != ParseError::None)
         return false;
     ++declarations_;
@@ -52,8 +53,7 @@ template <class Sink>
     if ((name.prefix.empty() ? key : SeenNames::keyOf(name.prefix)) == kXmlns)
         return !seen.anyPrefix() && plainDeclaration(out, name, value);
     if (!seen.add(name, key) || !resolvePlain(name, nameSpace)) return false;
-    if (!Sink::kTakesInputInPlace && !(keepName(tagMemory_, name) && tagMemory_.keep(value)))
-        return false;
+    if (kCopiesNames && !(keepName(tagMemory_, name) && tagMemory_.keep(value))) return false;
     return out.lay(name, value, nameSpace);
 }
 
@@ -77,10 +77,36 @@ template <class Sink>
                                                                 SeenNames& seen) noexcept
 {
     ++text.p;
-    if (!text.qualifiedName(name) || (copiesNames() && !keepName(openMemory_, name))) return false;
-    if (!out.lay(name)) return false;
+    if (!text.qualifiedName(name)) return false;
+    if constexpr (kCopiesNames) {
+        if (!keepName(openMemory_, name)) return false;
+    }
+    if (!out.lay(name) || !staysKnown(out, name)) return false;
     if (*text.p != '>' && !plainAttributes(text, out, seen)) return false;
     return resolvePlain(name, nameSpace);
+}
+
+// Whether a name that was not copied will be there for the end tag: where the input moves on, it is
+// taken from what the sink has made of it.
+template <class Sink>
+[[gnu::always_inline]] inline bool Scanner<Sink>::staysKnown(const Plain& out, QName& name) noexcept
+{
+    if constexpr (!kCopiesNames) {
+        if (!inPlace_) [[unlikely]] {
+            name.local.data = out.nameLaid();
+            return name.prefix.empty();
+        }
+    }
+    return true;
+}
+
+// Puts an element that declares nothing onto the stack, where there is room. What was not copied
+// has taken no memory since it began.
+template <class Sink>
+[[gnu::always_inline]] inline void Scanner<Sink>::keepOpen(OpenElement& element) noexcept
+{
+    if constexpr (!kCopiesNames) element.memory = openMemory_.mark();
+    open_.add(element);
 }
 
 // Brings cursor and position to the place reached, for a sink that shows them.
@@ -102,25 +128,29 @@ template <class Sink>
 Scanner<Sink>::enterPlain(PlainText& text, Plain& out, OpenElement& element, SeenNames& seen,
                           PlainTag& found) noexcept
 {
-    const ChunkStack::Mark memory = openMemory_.mark();
+    ChunkStack::Mark memory;
     ChunkStack::Mark values;
     QName name;
     Resolution nameSpace;
     declarations_ = 0;
-    if constexpr (!Sink::kTakesInputInPlace) values = tagMemory_.mark();
+    if constexpr (kCopiesNames) {
+        memory = openMemory_.mark();
+        values = tagMemory_.mark();
+    }
     const bool plain = plainStartTag(text, out, name, nameSpace, seen);
     ParseError error = ParseError::None;
     element.name = OpenName{name};
-    element.memory = memory;
+    if constexpr (!kCopiesNames) memory = declaredMark_;
+    if (kCopiesNames || declarations_ != 0) element.memory = memory;
     if (plain) {
         reach(text);
         error = out.enter(name, nameSpace, bindings_);
     } else {
         out.forget();
         if (declarations_ != 0) bindings_.drop(depth() + 1);
-        openMemory_.release(memory);
+        if (kCopiesNames || declarations_ != 0) openMemory_.release(memory);
     }
-    if constexpr (!Sink::kTakesInputInPlace) tagMemory_.release(values);
+    if constexpr (kCopiesNames) tagMemory_.release(values);
     found = PlainTag::None;
     if (!plain || error != ParseError::None) return error;
     const bool empty = *text.p == '/';
@@ -160,7 +190,7 @@ ParseError Scanner<Sink>::plainContent(bool atRoot) noexcept
         }
         bool closes = text.p[1] == '/';
         if (!closes) {
-            if (hasTop) open_.add(top);
+            if (hasTop) keepOpen(top);
             hasTop = false;
             if (!open_.reserve(1)) break;  // so that it does not fail when the element is open
             PlainTag found;
@@ -180,11 +210,11 @@ ParseError Scanner<Sink>::plainContent(bool atRoot) noexcept
             reach(text);
             error = out.leave(hasTop ? top.name : open_.back().name, bindings_);
             if (!hasTop) dropElement();
-            else if (copiesNames()) openMemory_.release(top.memory);
+            else if constexpr (kCopiesNames) openMemory_.release(top.memory);
             hasTop = false;
         }
     }
-    if (hasTop) open_.add(top);
+    if (hasTop) keepOpen(top);
     out.store();
     cursor_.moveTo(start, mark);
     return error;

@@ -23,6 +23,7 @@
 //     ParseError enter(const QName& name, const Resolution& nameSpace,
 //                      const Bindings& bindings);                // it was: the start event
 //     ParseError addText(const Span& text);
+//     const std::uint8_t* nameLaid();  // the local name; of a sink that takes input in place
 //     ParseError leave(const OpenName& name, const Bindings& bindings);
 //     void store();                                              // at the end
 //
@@ -85,6 +86,8 @@ private:
 
     // scan_plain.hpp
     using Plain = typename Sink::Plain;
+    // Sinks that do not copy what they keep get copies with a NUL behind them.
+    static constexpr bool kCopiesNames = !Sink::kTakesInputInPlace;
     enum class PlainTag { None, Open, Empty };
     ParseError plainContent(bool atRoot) noexcept;
     ParseError enterPlain(PlainText& text, Plain& out, OpenElement& element, SeenNames& seen,
@@ -95,6 +98,8 @@ private:
     bool plainAttribute(PlainText& text, Plain& out, SeenNames& seen) noexcept;
     bool plainDeclaration(Plain& out, const QName& name, const Span& value) noexcept;
     bool resolvePlain(const QName& name, Resolution& nameSpace) noexcept;
+    bool staysKnown(const Plain& out, QName& name) noexcept;
+    void keepOpen(OpenElement& element) noexcept;
     void reach(PlainText& text) noexcept;
 
     // scan_text.hpp
@@ -118,8 +123,6 @@ private:
     {
         if constexpr (Sink::kReadsPosition) cursor_.settle();
     }
-    // Whether names of open elements have to be copied to be kept.
-    bool copiesNames() const noexcept { return !Sink::kTakesInputInPlace || !inPlace_; }
     std::size_t depth() const noexcept { return open_.size(); }
 
     Cursor cursor_;
@@ -133,7 +136,8 @@ private:
 
     InlineGrowBuffer<TagAttribute, 8> attributes_;  // of the start tag being read
     std::size_t declarations_ = 0;                  // on the start tag being read
-    InlineChunkStack<1024> tagMemory_;              // names and values of the start tag being read
+    ChunkStack::Mark declaredMark_{};   // of openMemory_ in front of them, in plain content
+    InlineChunkStack<1024> tagMemory_;  // names and values of the start tag being read
     AttributeCheck attributeCheck_;
 
     GrowBuffer<std::uint8_t> text_;  // text with references, put together
