@@ -22,17 +22,13 @@ void dropRecords(Slab* slab, std::uint32_t count) noexcept
         heap::release(first);
 }
 
-Arena::Arena(std::size_t firstSize) noexcept
-    : nextSize_{firstSize < kSmallestSlab ? kSmallestSlab
-                : firstSize > kSlabSize   ? kSlabSize
-                                          : firstSize}
-{
-}
-
 bool Arena::nextSlab(std::size_t needed) noexcept
 {
     const std::size_t wanted = needed + kSlabHeader + kSpanSlack;
-    const std::size_t size = wanted > nextSize_ ? wanted : nextSize_;
+    // As much as is expected still; past that, in proportion to what was laid out already.
+    std::size_t size = expected_ != 0 ? expected_ : total_ * 2;
+    size = size < kSmallestSlab ? kSmallestSlab : size > kSlabSize ? kSlabSize : size;
+    if (size < wanted) size = wanted;
     void* block = heap::allocate(size);
     if (!block) return false;
     Slab* current = reinterpret_cast<Slab*>(room_.begin);
@@ -45,7 +41,8 @@ bool Arena::nextSlab(std::size_t needed) noexcept
     }
     char* begin = static_cast<char*>(block);
     room_ = {begin + kSlabHeader, begin + size - kSpanSlack, begin, 0};
-    nextSize_ = nextSize_ < kSlabSize / 4 ? nextSize_ * 4 : kSlabSize;
+    total_ += size;
+    expected_ -= size < expected_ ? size : expected_;
     return true;
 }
 

@@ -100,9 +100,8 @@ public:
     static constexpr std::size_t kLongText =
         std::size_t{4} * 1024;  // longer strings are heap blocks of their own
 
-    // `firstSize` is a guess of what the whole tree takes. Nothing is allocated before it is
-    // needed.
-    explicit Arena(std::size_t firstSize) noexcept;
+    // `expected` is a guess of what the whole tree takes. Nothing is allocated before it is needed.
+    explicit Arena(std::size_t expected) noexcept : expected_{expected} {}
     Arena(const Arena&) = delete;
     Arena& operator=(const Arena&) = delete;
 
@@ -139,7 +138,8 @@ private:
     SlabRoom room_;
     bool edited_ = false;
     Slab* first_ = nullptr;
-    std::size_t nextSize_;
+    std::size_t expected_;   // of what is not allocated yet
+    std::size_t total_ = 0;  // of what is
 };
 
 }  // namespace netxml
