@@ -52,7 +52,8 @@ public:
     // An element that is no part of the tree yet, and its attributes. False when there is no room.
     [[gnu::always_inline]] bool lay(const QName& name) noexcept
     {
-        before_ = room_;
+        cursorBefore_ = room_.cursor;
+        recordsBefore_ = room_.records;
         element_ = layElement(room_, name.local);
         return element_ != nullptr;
     }
@@ -72,7 +73,7 @@ public:
         if (value.ascii) attr = layAttr(room_, name.local, value);
         else attr = layConverted(name.local, value);
         if (!attr) return false;
-        attr->nameSpace = declarationOf(name, nameSpace);
+        if (!name.prefix.empty()) attr->nameSpace = declarationOf(name, nameSpace);
         appendAttr(element_, attr);
         return true;
     }
@@ -82,15 +83,18 @@ public:
     }
     void forget() noexcept
     {
-        if (element_) room_ = before_;
+        if (!element_) return;
+        room_.cursor = cursorBefore_;
+        room_.records = recordsBefore_;
         element_ = nullptr;
     }
 
     [[gnu::always_inline]] ParseError enter(const QName& name, const Resolution& nameSpace,
                                             const Bindings&) noexcept
     {
-        element_->nameSpace = declarationOf(name, nameSpace);
-        if (!current_) return enterRoot();
+        if (!name.prefix.empty()) element_->nameSpace = declarationOf(name, nameSpace);
+        if (!current_) [[unlikely]]
+            return enterRoot();
         appendChild(current_, element_);
         current_ = element_;
         element_ = nullptr;
@@ -141,7 +145,8 @@ private:
     SlabRoom& roomOfArena_;
     XML_DOM_Node*& currentOfTree_;
     SlabRoom room_;
-    SlabRoom before_{};  // without the element
+    char* cursorBefore_ = nullptr;  // without the element
+    std::uint32_t recordsBefore_ = 0;
     XML_DOM_Node* current_;
     XML_DOM_Node* element_ = nullptr;
 };

@@ -14,11 +14,9 @@ namespace netxml {
 [[gnu::always_inline]] inline void copyBlocks(char* to, const std::uint8_t* from,
                                               std::size_t size) noexcept
 {
-    std::size_t done = 0;
-    do {
+    std::memcpy(to, from, kSpanSlack);
+    for (std::size_t done = kSpanSlack; done < size; done += kSpanSlack)
         std::memcpy(to + done, from + done, kSpanSlack);
-        done += kSpanSlack;
-    } while (done < size);
 }
 
 // Zeroes a record with one store a block: as one big memset, some compilers make it a string
