@@ -39,13 +39,29 @@ std::size_t readChunks(StreamSource source, std::size_t wanted, std::uint8_t* to
 }
 
 // An error counts as the end of the file; an interruption is no error.
-std::size_t readDescriptor(StreamSource source, std::size_t wanted, std::uint8_t* to)
+std::size_t readDescriptor(int descriptor, std::size_t wanted, std::uint8_t* to) noexcept
 {
-    if (wanted == 0) return 0;
     ssize_t count;
-    do count = read(source.descriptor, to, wanted);
+    do count = read(descriptor, to, wanted);
     while (count < 0 && errno == EINTR);
     return count < 0 ? 0 : static_cast<std::size_t>(count);
+}
+
+// The stream asks for little at a time; the system is asked for much. What one reading has brought
+// is handed out before the next one.
+std::size_t readFile(StreamSource source, std::size_t wanted, std::uint8_t* to)
+{
+    FileReader& file = *source.file;
+    if (wanted == 0) return 0;
+    if (file.begin == file.end) {
+        file.begin = 0;
+        file.end = readDescriptor(file.descriptor, sizeof file.bytes, file.bytes);
+    }
+    const std::size_t left = file.end - file.begin;
+    const std::size_t size = left < wanted ? left : wanted;
+    std::memcpy(to, file.bytes + file.begin, size);
+    file.begin += size;
+    return size;
 }
 
 // A stream with an own, empty text buffer that reads from a source; owned until it is ready.
@@ -157,14 +173,18 @@ XML_IO_InStream* XML_IO_ByMemList(const XML_IO_MemList* list)
 XML_IO_InStream* XML_IO_ByFile(const char* path)
 {
     if (!path) return nullptr;
+    auto file = heap::make<FileReader>();
+    if (!file) return nullptr;
+    file->descriptor = open(path, O_RDONLY | O_CLOEXEC);
+    if (file->descriptor < 0) return nullptr;
     StreamSource source{};
-    source.descriptor = open(path, O_RDONLY | O_CLOEXEC);
-    if (source.descriptor < 0) return nullptr;
-    auto stream = makeReading(source, readDescriptor);
+    source.file = file.get();
+    auto stream = makeReading(source, readFile);
     if (!stream) {
-        close(source.descriptor);
+        close(file->descriptor);
         return nullptr;
     }
+    file.release();  // the stream's from here on
     return startReading(std::move(stream));
 }
 
@@ -201,6 +221,7 @@ void XML_IO_DestroyByMemList(XML_IO_InStream* stream)
 void XML_IO_DestroyByFile(XML_IO_InStream* stream)
 {
     if (!stream) return;
-    close(stream->readContext.descriptor);
+    close(stream->readContext.file->descriptor);
+    heap::release(stream->readContext.file);
     releaseStream(stream);
 }

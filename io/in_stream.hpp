@@ -32,9 +32,17 @@ struct ChunkCursor {
     std::uint64_t offset;
 };
 
+// Where a file is being read, and what was read of it ahead.
+struct FileReader {
+    int descriptor;
+    std::size_t begin;  // of what is not handed out yet
+    std::size_t end;
+    std::uint8_t bytes[std::size_t{16} * 1024];
+};
+
 union StreamSource {
     ChunkCursor* chunks;
-    int descriptor;
+    FileReader* file;
 };
 
 // Reads up to `wanted` bytes; 0 is the end of the source.

@@ -13,11 +13,13 @@ void Cursor::settle() noexcept
     counted_ = s_.cursor;
 }
 
+// What lies before the mark may go: up to there it has to be counted before.
 void Cursor::refill() noexcept
 {
-    settle();
+    if (counted_ < s_.mark) settle();
+    const std::ptrdiff_t fromMark = counted_ - s_.mark;
     XML_IO_Grow(&s_);
-    counted_ = s_.cursor;
+    counted_ = s_.mark + fromMark;
 }
 
 void Cursor::require(std::size_t bytes) noexcept

@@ -7,7 +7,7 @@
 
 #include "io/in_stream.hpp"
 #include "netxml/parser.h"
-#include "parser/char_classes.hpp"
+#include "parser/beyond_ascii.hpp"
 #include "support/span.hpp"
 
 #include <cstring>
@@ -46,6 +46,16 @@ public:
         const std::size_t step = stepOf(peek());
         s_.cursor += step < s_.available() ? step : s_.available();
         lookAhead();
+    }
+    // Moves over a valid character and, beyond ASCII, over those that follow it; `ascii` becomes
+    // false then.
+    void advanceValid(bool& ascii) noexcept
+    {
+        const bool high = peek() >= 0x80;
+        advance();
+        if (!high) return;
+        ascii = false;
+        cross(crossBeyondAscii);
     }
     // Moves over characters that are known to be there and to take so many bytes together.
     void advance(std::size_t bytes) noexcept

@@ -68,8 +68,7 @@ ParseError Scanner<Sink>::comment() noexcept
         if (cursor_.atEnd()) return ParseError::CommentNotFinished;
         if (cursor_.at("--")) return ParseError::HyphenInComment;
         if (!cursor_.atValid()) return ParseError::InvalidCharacter;
-        if (cursor_.peek() >= 0x80) ascii = false;
-        cursor_.advance();
+        cursor_.advanceValid(ascii);
     }
     const std::size_t size = cursor_.fromMark();
     cursor_.advance(3);
@@ -111,8 +110,7 @@ ParseError Scanner<Sink>::instructionData(Span target) noexcept
             if (cursor_.at("?>")) break;
             if (cursor_.atEnd()) return ParseError::InstructionNotFinished;
             if (!cursor_.atValid()) return ParseError::InvalidCharacter;
-            if (cursor_.peek() >= 0x80) ascii = false;
-            cursor_.advance();
+            cursor_.advanceValid(ascii);
         }
     }
     if constexpr (!Sink::kKeepsComments) return ParseError::None;

@@ -31,8 +31,7 @@ ParseError Scanner<Sink>::characterData() noexcept
             continue;
         }
         if (!cursor_.atValid()) return ParseError::InvalidCharacter;
-        if (cursor_.peek() >= 0x80) textAscii_ = false;
-        cursor_.advance();
+        cursor_.advanceValid(textAscii_);
     }
     Span text{cursor_.marked(start), cursor_.fromMark() - start, textAscii_};
     if (kept != 0) {
@@ -61,8 +60,7 @@ ParseError Scanner<Sink>::cdataSection() noexcept
         if (cursor_.at("]]>")) break;
         if (cursor_.atEnd()) return ParseError::CDataNotFinished;
         if (!cursor_.atValid()) return ParseError::InvalidCharacter;
-        if (cursor_.peek() >= 0x80) ascii = false;
-        cursor_.advance();
+        cursor_.advanceValid(ascii);
     }
     observe();
     const ParseError error = sink_.cdata({cursor_.marked(0), cursor_.fromMark(), ascii});
@@ -105,8 +103,7 @@ ParseError Scanner<Sink>::quotedValue(char quote, Span& value) noexcept
             continue;
         }
         if (!cursor_.atValid()) return ParseError::InvalidCharacter;
-        if (cursor_.peek() >= 0x80) textAscii_ = false;
-        cursor_.advance();
+        cursor_.advanceValid(textAscii_);
     }
     Span raw{cursor_.marked(start), cursor_.fromMark() - start, textAscii_};
     if (assembled) {
