@@ -34,6 +34,10 @@ private:
     void passBlock(const std::uint8_t* p, std::size_t size) noexcept
     {
         const NativeBlock block = NativeBlock::load(p);
+        if (size == NativeBlock::kWidth && block.controlOrHigh() == 0) {
+            column_ += NativeBlock::kWidth;
+            return;
+        }
         const NativeBlock::Mask counted = NativeBlock::firstBytes(size);
         NativeBlock::Mask breaks = block.equal('\n') & counted;
         if (((block.equal('\r') | block.high()) & counted) != 0) {

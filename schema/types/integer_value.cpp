@@ -93,6 +93,17 @@ int compare(const Digits& a, const Digits& b) noexcept
     return a.negative ? -order : order;
 }
 
+// As strtol() reads it; what is only a few digits is read here.
+long readLong(const char* text) noexcept
+{
+    constexpr int kFew = 9;
+    long number = 0;
+    int count = 0;
+    for (; isDigit(text[count]) && count <= kFew; ++count)
+        number = number * 10 + (text[count] - '0');
+    return text[count] == '\0' && count <= kFew ? number : std::strtol(text, nullptr, 10);
+}
+
 }  // namespace
 
 // Kept: "|200" is a byte, because a conversion reads 0 from it.
@@ -100,9 +111,8 @@ bool smallInteger(Schema_BuiltinKind kind, const char* value) noexcept
 {
     const IntegerRange& range = rangeOf(kind);
     if (!hasShape(range, value)) return false;
-    const long number = std::strtol(value, nullptr, 10);
-    return number >= std::strtol(range.minimum, nullptr, 10) &&
-           number <= std::strtol(range.maximum, nullptr, 10);
+    const long number = readLong(value);
+    return number >= readLong(range.minimum) && number <= readLong(range.maximum);
 }
 
 bool largeInteger(Schema_BuiltinKind kind, const char* value) noexcept

@@ -59,8 +59,9 @@ Schema_ExtType networkTypes[] = {
 
 Schema_ExtType* Schema_FoundZynBltInType(const char* name, const char* namespaceName)
 {
+    if (!name) return nullptr;
     for (Schema_ExtType* entry = netxml::networkTypes; entry->name; ++entry) {
-        if (XML_Strcmp(entry->name, name) == 0 &&
+        if (*entry->name == *name && XML_Strcmp(entry->name, name) == 0 &&
             XML_Strcmp(entry->namespaceName, namespaceName) == 0)
             return entry;
     }

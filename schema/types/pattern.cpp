@@ -33,9 +33,14 @@ PatternCache::~PatternCache() noexcept
 
 bool PatternCache::matches(const char* pattern, const char* text) noexcept
 {
-    const std::size_t bucket = textHash(pattern) % kBuckets;
-    Entry* entry = find(pattern, bucket);
-    if (!entry) entry = add(pattern, bucket);
+    Entry*& recent = recent_[reinterpret_cast<std::uintptr_t>(pattern) / 8 % kRecent];
+    Entry* entry = recent;
+    if (!entry || entry->pattern != pattern) {
+        const std::size_t bucket = textHash(pattern) % kBuckets;
+        entry = find(pattern, bucket);
+        if (!entry) entry = add(pattern, bucket);
+        recent = entry;
+    }
     if (!entry) return XML_IsMatchRegex(pattern, text) == 1;
     return entry->usable && run(entry->compiled, text);
 }

@@ -34,7 +34,10 @@ private:
     Entry* add(const char* pattern, std::size_t bucket) noexcept;
     bool isInline(const Entry* entry) const noexcept;
 
+    static constexpr std::size_t kRecent = 8;
+
     Entry* buckets_[kBuckets] = {};
+    Entry* recent_[kRecent] = {};  // by the pattern's address
     std::size_t inlineUsed_ = 0;
     Entry inline_[kInline];
 };

@@ -44,8 +44,19 @@ bool ElementMatch::matches(const Schema_ElementDecl& particle, const Schema_Elem
 {
     if (final.abstract == 1) return isSubstitute(final, subject);
     return sameText(final.name, subject.name()) &&
-           namespaceMatches(subject.namespaceName,
-                            expectedNamespace(particle, final, root_.elementFormDefault), nullptr);
+           isExpected(subject.namespaceName,
+                      expectedNamespace(particle, final, root_.elementFormDefault));
+}
+
+bool ElementMatch::isExpected(const char* namespaceName, const char* expected) noexcept
+{
+    if (!namespaceName || !expected) return namespaceMatches(namespaceName, expected, nullptr);
+    if (namespaceName != comparedName_ || expected != comparedExpected_) {
+        comparedName_ = namespaceName;
+        comparedExpected_ = expected;
+        comparedAlike_ = namespaceMatches(namespaceName, expected, nullptr);
+    }
+    return comparedAlike_;
 }
 
 bool ElementMatch::matchesGlobally(const Schema_ElementDecl& final, const Subject& subject) noexcept

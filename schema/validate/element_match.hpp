@@ -44,7 +44,13 @@ private:
     bool isSubstitute(const Schema_ElementDecl& head, const Subject& subject) noexcept;
     const Schema_ElementDecl* search(const Subject& subject) const noexcept;
 
+    // A local name's namespace against what a particle expects: mostly the one just compared.
+    bool isExpected(const char* namespaceName, const char* expected) noexcept;
+
     const Schema_Root& root_;
+    const char* comparedName_ = nullptr;
+    const char* comparedExpected_ = nullptr;
+    bool comparedAlike_ = false;
     Answer answers_[kAnswers] = {};  // the latest of each hash
 };
 

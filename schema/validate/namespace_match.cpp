@@ -27,6 +27,10 @@ bool namespaceMatches(const char* name, const char* constraint, const char* targ
 {
     name = orEmpty(name);
     constraint = orEmpty(constraint);
+    if (*constraint != '#' && *name != '#') {  // as most are
+        if (std::strcmp(name, constraint) == 0) return !std::strchr(constraint, ' ');
+        return std::strchr(constraint, ' ') && isListed(name, constraint);
+    }
     if (std::strcmp(constraint, kAny) == 0 || std::strcmp(name, kAny) == 0) return true;
     if (std::strcmp(constraint, kOther) == 0) return *name != '\0' && !sameText(name, target);
     if (std::strchr(constraint, ' ')) return isListed(name, constraint);

@@ -3,6 +3,7 @@
 
 #include "netxml/schema.h"
 #include "schema/types/pattern.hpp"
+#include "schema/validate/known_values.hpp"
 #include "schema/validate/verdict.hpp"
 #include "support/chunk_stack.hpp"
 #include "support/walk_marks.hpp"
@@ -42,12 +43,14 @@ private:
     };
 
     Outcome descend(const Schema_SimpleType* type, const char* value, Level*& level) noexcept;
-    Outcome checkLeaf(const Schema_SimpleType& type, const char* value) noexcept;
+    Outcome walk(const Schema_SimpleType& type, const char* value) noexcept;
+    Outcome checkBuiltin(const Schema_SimpleType& type, const char* value) noexcept;
     bool isUnfinished(const Level& level, Outcome outcome) const noexcept;
     Outcome finish(const Level& level, Outcome outcome, const char* value) noexcept;
 
     ChunkStack& memory_;
     PatternCache patterns_;
+    KnownValues known_;
     WalkMarks<64> marks_;
     char detail_[kDetailSize] = {};
 };
