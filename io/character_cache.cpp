@@ -13,15 +13,19 @@ char* CharacterCache::convert(iconv_t converter, const std::uint8_t*& p, const s
     if (!table_) return to;
     const Block* const* blocks = table_->blocks;
     const std::uint8_t* from = p;
-    for (; end - from >= 3 && (from[0] & 0xF0) == 0xE0; from += 3, to += 2) {
-        const std::size_t index = (from[0] & 0x0Fu) << 6 | (from[1] & 0x3Fu);
+    while (end - from >= 2 && from[0] >= 0xC0 && from[0] < 0xF0) {
+        const bool three = from[0] >= 0xE0;
+        if (three && end - from < 3) break;
+        const std::size_t index =
+            three ? (from[0] & 0x0Fu) << 6 | (from[1] & 0x3Fu) : kThree + (from[0] & 0x1Fu);
         const Block* block = blocks[index];
         if (!block) block = fill(converter, index);
         if (!block) break;
-        std::uint16_t pair;
-        std::memcpy(&pair, block->pairs[from[2] & 0x3F], sizeof pair);
-        if (pair == 0) break;
-        std::memcpy(to, &pair, sizeof pair);
+        const char* form = block->forms[from[three ? 2 : 1] & 0x3F];
+        if (form[0] == 0) break;
+        std::memcpy(to, form, 4);
+        to += form[2] == 0 ? 2 : 4;
+        from += three ? 3 : 2;
     }
     p = from;
     return to;
@@ -33,16 +37,18 @@ const CharacterCache::Block* CharacterCache::fill(iconv_t converter, std::size_t
     auto* block = static_cast<Block*>(memory_.allocate(sizeof(Block)));
     if (!block) return nullptr;
     for (std::size_t i = 0; i < kSize; ++i) {
-        const std::uint8_t character[3] = {static_cast<std::uint8_t>(0xE0 | index >> 6),
-                                           static_cast<std::uint8_t>(0x80 | (index & 0x3F)),
-                                           static_cast<std::uint8_t>(0x80 | i)};
-        std::uint8_t converted[8];
-        ConvertInput in{character, character + sizeof character};
+        const bool three = index < kThree;
+        const auto last = static_cast<std::uint8_t>(0x80 | i);
+        const std::uint8_t character[3] = {
+            static_cast<std::uint8_t>(three ? 0xE0 | index >> 6 : 0xC0 | (index - kThree)),
+            three ? static_cast<std::uint8_t>(0x80 | (index & 0x3F)) : last, last};
+        std::uint8_t converted[8] = {};
+        ConvertInput in{character, character + (three ? 3 : 2)};
         ConvertOutput out{converted, converted + sizeof converted};
-        const bool isPair =
-            convertThrough(converter, in, out) == ConvertEnd::Done && out.cursor == converted + 2;
-        if (isPair) std::memcpy(block->pairs[i], converted, 2);
-        else std::memset(block->pairs[i], 0, 2);
+        const bool done = convertThrough(converter, in, out) == ConvertEnd::Done;
+        const auto size = out.cursor - converted;
+        if (!done || (size != 2 && size != 4)) std::memset(converted, 0, 4);
+        std::memcpy(block->forms[i], converted, 4);
     }
     table_->blocks[index] = block;
     return block;

@@ -1,5 +1,5 @@
-// What iconv makes of the characters that most texts beyond ASCII consist of, asked once for
-// sixty-four of them at a time: from UTF-8 of three bytes to encodings that have two for them.
+// What iconv makes of the characters that most texts beyond ASCII consist of, asked once for each:
+// from UTF-8 of two or three bytes to an encoding that has two or four for them.
 #pragma once
 
 #include "io/converter.hpp"
@@ -17,19 +17,20 @@ public:
     CharacterCache& operator=(const CharacterCache&) = delete;
     ~CharacterCache() { heap::release(table_); }
 
-    // Converts a run of characters of three bytes as far as it goes: up to the first that is none,
-    // or that has no form of two bytes. There must be room for two bytes each in `to`, whose end is
-    // returned. `converter` goes from UTF-8 to the other encoding, and converts each character
+    // Converts a run of such characters as far as it goes: up to the first that is none, or that
+    // has no form of two or four bytes. There must be room for twice the input in `to`, whose end
+    // is returned. `converter` goes from UTF-8 to the other encoding, and converts each character
     // without regard to its neighbours; all of `p` is valid UTF-8.
     char* convert(iconv_t converter, const std::uint8_t*& p, const std::uint8_t* end,
                   char* to) noexcept;
 
 private:
-    static constexpr std::size_t kBlocks = 1024;  // of the leads E0 to EF with their second bytes
-    static constexpr std::size_t kSize = 64;      // third bytes
+    static constexpr std::size_t kSize = 64;             // last bytes, 80 to BF
+    static constexpr std::size_t kThree = 16 * 64;       // blocks: leads E0 to EF, second bytes
+    static constexpr std::size_t kBlocks = kThree + 32;  // and leads C0 to DF
 
     struct Block {
-        char pairs[kSize][2];  // a pair of zeros where it is not two bytes
+        char forms[kSize][4];  // two bytes end in zeros; four zeros where there is no such form
     };
     struct Table {
         const Block* blocks[kBlocks];

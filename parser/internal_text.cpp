@@ -46,7 +46,7 @@ ParseError InternalText::convertByCache(Span span, std::string_view& text) noexc
     while (p != end) {
         const std::uint8_t* high = findHigh(p, end);
         if (!text_.append(reinterpret_cast<const char*>(p), static_cast<std::size_t>(high - p)) ||
-            !text_.reserve(static_cast<std::size_t>(end - high)))
+            !text_.reserve(2 * static_cast<std::size_t>(end - high)))
             return ParseError::Internal;
         p = high;
         char* to = text_.data() + text_.size();

@@ -113,6 +113,13 @@ void compareFile(const std::string& document)
     EventLog log;
     XML_Parser_ByFile(file.path(), log.handler());
     ASSERT_EQ(plain, log.text());
+
+    stream = XML_IO_ByFile(file.path());
+    const Built plainTree = buildPlainly(stream);
+    XML_IO_DestroyByFile(stream);
+    char error[512] = "";
+    XML_DOM_Node* root = XML_DOM_BuildTreeByFile(file.path(), sizeof error, error);
+    ASSERT_EQ(plainTree, outcome(root, error));
 }
 
 // The document as it is, or in an encoding that can hold it, with or without a mark.

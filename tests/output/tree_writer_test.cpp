@@ -1,0 +1,129 @@
+// Trees written in one go against the same trees written piece by piece.
+#include "netxml/netxml.h"
+#include "tests/support/failing_heap.hpp"
+#include "tests/support/random.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+std::string pieces(const XML_DOM_Node* node, uint32_t flags)
+{
+    std::string text;
+    const auto add = [](void* context, const char* bytes, size_t size) -> uint32_t {
+        static_cast<std::string*>(context)->append(bytes, size);
+        return 0;
+    };
+    const uint32_t status = XML_DOM_OutPutTranslateStr(node, flags, add, &text);
+    return status == XML_RET_OK ? text : "failed";
+}
+
+std::string atOnce(const XML_DOM_Node* node, uint32_t flags)
+{
+    char* text = nullptr;
+    size_t length = 0;
+    if (XML_DOM_TranslateStr(node, flags, &text, &length) != XML_RET_OK) return "failed";
+    const std::string written{text, length};
+    std::free(text);
+    return written;
+}
+
+std::string someText(Random& random)
+{
+    std::string text;
+    for (std::size_t left = random.below(12); left != 0; --left) {
+        text += random.one<const char*>({"x", "a long piece of text ", "<", ">", "&", " ", "\n",
+                                         "\t", "\r", "\xD6\xD0", "\xCE\xC4", "\x81\x30\x81\x30",
+                                         "\"", "]]>", "\xE9\x45", "0"});
+    }
+    return text;
+}
+
+// Strings of parsed trees lie in slabs, those that are set later on the heap.
+void edit(Random& random, XML_DOM_Node* element)
+{
+    if (random.percent(30)) XML_DOM_SetNodeName(element, random.one({"renamed", "r"}));
+    if (random.percent(40)) XML_DOM_AddAttr(element, nullptr, "added", someText(random).c_str());
+    if (random.percent(30))
+        XML_DOM_AddNodeNameSpace(element, "n", ("u" + someText(random)).c_str());
+    if (random.percent(30)) XML_DOM_AddAttr(element, "n", "bound", "1");
+    if (random.percent(50)) {
+        XML_DOM_Node* text = random.percent(70)
+                                 ? XML_DOM_CreateTextNode(someText(random).c_str())
+                                 : XML_DOM_CreateCDataNode(("c" + someText(random)).c_str());
+        XML_DOM_AddChildNode(element, text);
+    }
+}
+
+XML_DOM_Node* someTree(Random& random)
+{
+    const std::string document =
+        "<a xmlns='urn:ietf:params:xml:ns:netconf:base:1.0' xmlns:p='u'><p:b c='1 &amp; 2'>text"
+        "</p:b><d/><e>\xE4\xB8\xAD\xE6\x96\x87 and &lt;more&gt;</e><f><![CDATA[c]]></f></a>";
+    XML_DOM_Node* root = XML_DOM_BuildTreeByMem(reinterpret_cast<const uint8_t*>(document.data()),
+                                                static_cast<uint32_t>(document.size()), 0, nullptr);
+    for (XML_DOM_Node* child = XML_DOM_GetFirstChild(root); child;
+         child = XML_DOM_GetNextSibling(child))
+        edit(random, child);
+    edit(random, root);
+    return root;
+}
+
+TEST(TreeWriter, WritesWhatThePiecesMake)
+{
+    Random random{11};
+    for (int i = 0; i < 20000; ++i) {
+        XML_DOM_Node* root = someTree(random);
+        const XML_Encoding encoding = random.one<XML_Encoding>({0, 9, 8, 3, 1, 5});
+        ASSERT_EQ(XML_DOM_SetEncoding(root, encoding), XML_RET_OK);
+        for (const uint32_t flags : {0u, 1u, 0x80000000u})
+            ASSERT_EQ(atOnce(root, flags), pieces(root, flags)) << "encoding " << encoding;
+        const XML_DOM_Node* child = XML_DOM_GetFirstChild(root);
+        ASSERT_EQ(atOnce(child, 0), pieces(child, 0));
+        XML_DOM_DelNode(root);
+    }
+}
+
+// A character that is cut off in one string eats into what follows it, as it does in pieces.
+TEST(TreeWriter, CutCharactersGoTheWayOfThePieces)
+{
+    Random random{12};
+    for (int i = 0; i < 3000; ++i) {
+        XML_DOM_Node* root = XML_DOM_CreateElementNode("a");
+        ASSERT_EQ(XML_DOM_SetRoot(root), XML_RET_OK);
+        for (int n = 0; n < 3; ++n) {
+            std::string text = someText(random);
+            if (random.percent(60))
+                text += random.one<const char*>({"\x81", "\x81\x30", "\xFF", "\xD6"});
+            XML_DOM_AddChildNode(root, XML_DOM_CreateTextNode(("t" + text).c_str()));
+        }
+        const std::string inPieces = pieces(root, 0);
+        const std::string written = atOnce(root, 0);
+        if (inPieces != "failed") {
+            ASSERT_EQ(written, inPieces);
+        }
+        XML_DOM_DelNode(root);
+    }
+}
+
+TEST(TreeWriter, WithoutMemoryItFailsAndLeavesNothing)
+{
+    Random random{13};
+    XML_DOM_Node* root = someTree(random);
+    const std::string expected = atOnce(root, 0);
+    for (std::size_t allowed = 0;; ++allowed) {
+        const FailingHeap heap{allowed};
+        const std::string text = atOnce(root, 0);
+        if (!FailingHeap::refused()) break;
+        if (text == expected) continue;  // a block that only would have saved work
+        EXPECT_EQ(text, "failed");
+        EXPECT_EQ(FailingHeap::liveBlocks(), 0);
+    }
+    EXPECT_EQ(atOnce(root, 0), expected);
+    XML_DOM_DelNode(root);
+}
+
+}  // namespace
