@@ -10,9 +10,9 @@ namespace {
 class RecordStrings {
 public:
     RecordStrings(Arena* arena, std::string_view first, std::string_view second) noexcept
-        : first_{first}, second_{second}
+        : arena_{arena}, first_{first}, second_{second}
     {
-        ok_ = place(arena, first_, firstBlock_) && place(arena, second_, secondBlock_);
+        ok_ = place(first_, firstBlock_) && place(second_, secondBlock_);
         inline_ = ok_ ? inlineSize(first_, firstBlock_) + inlineSize(second_, secondBlock_) : 0;
     }
     bool ok() const noexcept { return ok_; }
@@ -25,21 +25,26 @@ public:
         second = put(behind, second_, secondBlock_);
         if (firstBlock_) home.bits |= Home::kFirstString;
         if (secondBlock_) home.bits |= Home::kSecondString;
-        firstBlock_.release();   // the record's
-        secondBlock_.release();  // the record's
+        handOver(firstBlock_);
+        handOver(secondBlock_);
     }
 
 private:
     using Block = heap::Owned<char>;
     static constexpr std::size_t kLargest = SIZE_MAX / 4;  // no text of that size exists, and sums
                                                            // of two with a record do not wrap
-    static bool place(Arena* arena, std::string_view text, Block& block) noexcept
+    static bool place(std::string_view text, Block& block) noexcept
     {
         if (text.size() > kLargest) return false;
         if (text.size() <= Arena::kLongText) return true;
         block.reset(heap::copyText(text.data(), text.size()));
-        if (block && arena) arena->noteHeapString();
         return block != nullptr;
+    }
+    // The block is the record's from here on.
+    void handOver(Block& block) noexcept
+    {
+        char* string = block.release();
+        if (string && arena_) arena_->noteHeapString(string);
     }
     static std::size_t inlineSize(std::string_view text, const Block& block) noexcept
     {
@@ -56,6 +61,7 @@ private:
         return start;
     }
 
+    Arena* arena_;
     std::string_view first_;
     std::string_view second_;
     Block firstBlock_;

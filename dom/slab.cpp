@@ -1,9 +1,31 @@
 #include "dom/slab.hpp"
 
 namespace netxml {
+namespace {
+
+// Releases what the strings are written down in, and the strings if they still are what it says.
+void releaseLists(LongStrings* list, bool withStrings) noexcept
+{
+    while (list) {
+        LongStrings* older = list->older;
+        for (std::size_t i = 0; withStrings && i < list->count; ++i)
+            heap::release(list->strings[i]);
+        heap::release(list);
+        list = older;
+    }
+}
+
+void releaseFirst(Slab* first) noexcept
+{
+    releaseLists(first->longStrings, false);
+    heap::release(first);
+}
+
+}  // namespace
 
 void releaseArena(Slab* first) noexcept
 {
+    if (first) releaseLists(first->longStrings, true);
     while (first) {
         Slab* next = first->next;
         heap::release(first);
@@ -17,9 +39,9 @@ void dropRecords(Slab* slab, std::uint32_t count) noexcept
     if (slab->living.fetch_sub(count, std::memory_order_acq_rel) != count) return;
     Slab* first = slab->first;
     const bool isFirst = slab == first;
-    heap::release(slab);
-    if (!isFirst && first->living.fetch_sub(1, std::memory_order_acq_rel) == 1)
-        heap::release(first);
+    if (isFirst) releaseFirst(slab);
+    else heap::release(slab);
+    if (!isFirst && first->living.fetch_sub(1, std::memory_order_acq_rel) == 1) releaseFirst(first);
 }
 
 bool Arena::nextSlab(std::size_t needed) noexcept
@@ -32,7 +54,7 @@ bool Arena::nextSlab(std::size_t needed) noexcept
     void* block = heap::allocate(size);
     if (!block) return false;
     Slab* current = reinterpret_cast<Slab*>(room_.begin);
-    Slab* slab = new (block) Slab{0, false, first_, nullptr};
+    Slab* slab = new (block) Slab{0, false, first_, nullptr, nullptr};
     if (first_) {
         current->living.store(room_.records, std::memory_order_relaxed);
         current->next = slab;
@@ -54,12 +76,32 @@ void Arena::seal(bool wholeTree) noexcept
     for (const Slab* slab = first_->next; slab; slab = slab->next) ++others;
     first_->living.fetch_add(others, std::memory_order_relaxed);
     first_->edited = edited_ || !wholeTree;
+    if (first_->edited) releaseLists(longStrings_, false);  // nobody will ask
+    else first_->longStrings = longStrings_;
+    longStrings_ = nullptr;
     first_ = nullptr;
     room_ = {};
 }
 
+void Arena::noteHeapString(char* string) noexcept
+{
+    if (!longStrings_ || longStrings_->count == LongStrings::kMost) {
+        auto* list = static_cast<LongStrings*>(heap::allocate(sizeof(LongStrings)));
+        if (!list) {
+            edited_ = true;
+            return;
+        }
+        list->older = longStrings_;
+        list->count = 0;
+        longStrings_ = list;
+    }
+    longStrings_->strings[longStrings_->count++] = string;
+}
+
 void Arena::abandon() noexcept
 {
+    if (first_) first_->longStrings = longStrings_;
+    longStrings_ = nullptr;
     releaseArena(first_);
     first_ = nullptr;
     room_ = {};

@@ -18,11 +18,21 @@
 
 namespace netxml {
 
+// The strings of an arena's records that are heap blocks, as long as nothing was edited: so that
+// these can go without a look at the records, too.
+struct LongStrings {
+    static constexpr std::size_t kMost = 62;
+    LongStrings* older;
+    std::size_t count;
+    char* strings[kMost];
+};
+
 struct Slab {
     std::atomic<std::uint32_t> living;  // records; in the first slab, the other slabs count too
     bool edited;                        // of the first slab: the arena is no longer one whole tree
     Slab* first;
     Slab* next;
+    LongStrings* longStrings;  // of the first slab
 };
 inline constexpr std::size_t kSlabHeader = (sizeof(Slab) + 7) / 8 * 8;
 
@@ -61,7 +71,7 @@ inline bool isWholeArena(const XML_DOM_Node* root) noexcept
     return root->home.inSlab() && root->document && !slabOf(root)->first->edited;
 }
 
-// Releases every slab of an arena.
+// Releases every slab of an arena, with the strings that lie beside them.
 void releaseArena(Slab* first) noexcept;
 
 // Takes `count` records off a slab's count, and releases the slab with the last.
@@ -123,8 +133,9 @@ public:
         if (!first_) static_cast<void>(nextSlab(0));
         return room_;
     }
-    // To be called when a string of a record is a heap block: deletion then visits the records.
-    void noteHeapString() noexcept { edited_ = true; }
+    // To be called when a string of a record is a heap block. Where that cannot be written down,
+    // deletion visits the records.
+    void noteHeapString(char* string) noexcept;
 
     // Ends the building: the records belong to the tree from here on. `wholeTree` says that they
     // are one document and nothing else.
@@ -138,6 +149,7 @@ private:
     SlabRoom room_;
     bool edited_ = false;
     Slab* first_ = nullptr;
+    LongStrings* longStrings_ = nullptr;
     std::size_t expected_;   // of what is not allocated yet
     std::size_t total_ = 0;  // of what is
 };
