@@ -3,8 +3,11 @@
 #pragma once
 
 #include "documents.hpp"
+#include "tally.hpp"
 
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace netxml::bench {
 
@@ -13,27 +16,27 @@ namespace netxml::bench {
 class Work {
 public:
     virtual ~Work() = default;
-    virtual void run() = 0;  // what is measured
-    virtual void check() {}  // after some runs: throws when an outcome is wrong
-    virtual void tidy() {}   // releases what the runs have left
+    virtual void prepare(std::size_t /*runs*/) {}  // before some runs
+    virtual void run() = 0;                        // what is measured
+    virtual void tidy() {}                         // releases what the runs have left
+
+    // After some runs: what they led to, if it can be counted. Throws when one went wrong.
+    virtual std::optional<Tally> check() = 0;
 };
 
 struct Operation {
-    const char* name;  // "tree", "events", "free", "write", "copy", ...
+    const char* name;
     std::unique_ptr<Work> (*make)(const Document& document);
+    bool (*takes)(std::string_view document);  // by the document's name
 };
 
-// Throws std::runtime_error unless both counts are the same.
-void requireSame(std::size_t counted, std::size_t expected, const char* what);
+// Lets the allocator keep what is freed, whatever its size, instead of giving it back to the
+// system.
+void keepMemory();
 
 // Registers the operations for every document as "OPERATION/DOCUMENT" and runs what the command
-// line selects. With NETXML_BENCH_KEEP=1 in the environment the allocator keeps its memory.
-int runContest(int argc, char** argv, const Operation* operations, std::size_t count);
-
-template <std::size_t N>
-int runContest(int argc, char** argv, const Operation (&operations)[N])
-{
-    return runContest(argc, argv, operations, N);
-}
+// line selects. NETXML_BENCH_SECONDS in the environment says how long each is measured; with
+// NETXML_BENCH_KEEP=1 the allocator keeps its memory.
+int runContest(int argc, char** argv, const std::vector<Operation>& operations);
 
 }  // namespace netxml::bench

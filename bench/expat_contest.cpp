@@ -1,45 +1,84 @@
-// Expat, with namespaces: events only.
-#include "contest.hpp"
+// Expat, with namespaces: events only. The fast mode uses one parser for all documents.
+#include "library_frame.hpp"
 
 #include <expat.h>
 
-#include <stdexcept>
+#include <fstream>
 
 namespace netxml::bench {
 namespace {
 
-class Events : public Work {
+class CountingParser {
 public:
-    explicit Events(const Document& document) : document_{document} {}
-    void run() override
+    CountingParser() { begin(); }
+
+    // Makes the parser as new, for another document.
+    void reset()
     {
+        XML_ParserReset(parser_.get(), nullptr);
         elements_ = 0;
-        XML_Parser parser = XML_ParserCreateNS(nullptr, '|');
-        XML_SetUserData(parser, &elements_);
+        begin();
+    }
+    void parse(std::string_view text, bool last)
+    {
+        if (XML_Parse(parser_.get(), text.data(), static_cast<int>(text.size()), last) !=
+            XML_STATUS_OK)
+            throw Refused{"Expat refuses a document"};
+    }
+    std::size_t elements() const { return elements_; }
+
+private:
+    void begin()
+    {
+        XML_SetUserData(parser_.get(), &elements_);
         XML_SetElementHandler(
-            parser,
+            parser_.get(),
             [](void* data, const XML_Char*, const XML_Char**) {
                 ++*static_cast<std::size_t*>(data);
             },
             [](void*, const XML_Char*) {});
-        XML_SetCharacterDataHandler(parser, [](void*, const XML_Char*, int) {});
-        const XML_Status status = XML_Parse(parser, document_.text.data(),
-                                            static_cast<int>(document_.text.size()), XML_TRUE);
-        XML_ParserFree(parser);
-        if (status != XML_STATUS_OK) throw std::runtime_error{"Expat refuses a document"};
+        XML_SetCharacterDataHandler(parser_.get(), [](void*, const XML_Char*, int) {});
     }
-    void check() override { requireSame(elements_, document_.elements, "elements"); }
 
-private:
-    const Document& document_;
+    std::unique_ptr<XML_ParserStruct, FreeBy<XML_ParserFree>> parser_{
+        XML_ParserCreateNS(nullptr, '|')};
     std::size_t elements_ = 0;
 };
 
-constexpr Operation kOperations[] = {
-    {"events",
-     [](const Document& document) -> std::unique_ptr<Work> {
-         return std::make_unique<Events>(document);
-     }},
+struct Expat {
+    static constexpr bool kReadsGb18030 = false;
+
+    static std::size_t events(const Memory& input)
+    {
+        CountingParser parser;
+        parser.parse(input.text, true);
+        return parser.elements();
+    }
+    static std::size_t eventsFast(const Memory& input)
+    {
+        static CountingParser parser;
+        parser.reset();
+        parser.parse(input.text, true);
+        return parser.elements();
+    }
+    static std::size_t events(const Chunks& input)
+    {
+        CountingParser parser;
+        for (const std::string& piece : input.pieces) parser.parse(piece, false);
+        parser.parse({}, true);
+        return parser.elements();
+    }
+    static std::size_t events(const File& input)
+    {
+        constexpr std::size_t kBlock = 65536;
+        CountingParser parser;
+        std::ifstream file{input.path, std::ios::binary};
+        std::string block(kBlock, '\0');
+        while (file.read(block.data(), kBlock) || file.gcount() != 0)
+            parser.parse({block.data(), static_cast<std::size_t>(file.gcount())}, false);
+        parser.parse({}, true);
+        return parser.elements();
+    }
 };
 
 }  // namespace
@@ -47,5 +86,5 @@ constexpr Operation kOperations[] = {
 
 int main(int argc, char** argv)
 {
-    return netxml::bench::runContest(argc, argv, netxml::bench::kOperations);
+    return netxml::bench::runLibrary<netxml::bench::Expat>(argc, argv);
 }

@@ -1,146 +1,182 @@
-// libxml2: tree, events through SAX2, copy, and writing to a string.
-#include "contest.hpp"
+// libxml2, which checks: its tree in the default mode and in the fastest (one context for all
+// documents, blanks between tags dropped, short texts within their nodes), SAX2 events, and its
+// validation by XML Schema.
+#include "library_frame.hpp"
 
 #include <libxml/parser.h>
 #include <libxml/tree.h>
-
-#include <cstring>
-#include <stdexcept>
-#include <vector>
+#include <libxml/xmlsave.h>
+#include <libxml/xmlschemas.h>
 
 namespace netxml::bench {
 namespace {
 
-constexpr int kOptions = XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_NOBLANKS;
+constexpr int kDefault = XML_PARSE_NONET | XML_PARSE_HUGE;
+constexpr int kFast = kDefault | XML_PARSE_NOBLANKS | XML_PARSE_COMPACT;
 
-xmlDocPtr build(const std::string& text)
+void addText(Tally& tally, const xmlChar* text)
 {
-    xmlDocPtr tree =
-        xmlReadMemory(text.data(), static_cast<int>(text.size()), nullptr, nullptr, kOptions);
-    if (!tree) throw std::runtime_error{"libxml2 refuses a document"};
-    return tree;
+    tally.add(reinterpret_cast<const char*>(text));
 }
 
-std::size_t elementsBelow(const xmlNode* first)
+// The tree of a document is its children; what stands in its type declaration is no part of it.
+void addNodes(Tally& tally, const xmlNode* first)
 {
-    std::size_t count = 0;
-    for (const xmlNode* node = first; node; node = node->next)
-        if (node->type == XML_ELEMENT_NODE) count += 1 + elementsBelow(node->children);
-    return count;
+    for (const xmlNode* node = first; node; node = node->next) {
+        if (node->type == XML_TEXT_NODE || node->type == XML_CDATA_SECTION_NODE)
+            addText(tally, node->content);
+        if (node->type != XML_ELEMENT_NODE) continue;
+        ++tally.elements;
+        for (const xmlAttr* attribute = node->properties; attribute; attribute = attribute->next) {
+            ++tally.attributes;
+            for (const xmlNode* value = attribute->children; value; value = value->next)
+                addText(tally, value->content);
+        }
+        addNodes(tally, node->children);
+    }
 }
 
-class TreeWork : public Work {
+xmlSAXHandler countingHandler()
+{
+    xmlSAXHandler handler{};
+    handler.initialized = XML_SAX2_MAGIC;
+    handler.startElementNs = [](void* context, const xmlChar*, const xmlChar*, const xmlChar*, int,
+                                const xmlChar**, int, int,
+                                const xmlChar**) { ++*static_cast<std::size_t*>(context); };
+    handler.endElementNs = [](void*, const xmlChar*, const xmlChar*, const xmlChar*) {};
+    handler.characters = [](void*, const xmlChar*, int) {};
+    return handler;
+}
+
+void ignoreError(void*, const char*, ...) {}
+
+// A parser that takes its text in pieces. With a handler it counts, without one it builds.
+class PushParser {
 public:
-    explicit TreeWork(const Document& document) : document_{document} {}
-    ~TreeWork() override { drop(); }
-    void check() override
+    PushParser(xmlSAXHandler* handler, void* data)
+        : context_{xmlCreatePushParserCtxt(handler, data, nullptr, 0, nullptr)}
     {
-        if (!trees_.empty())
-            requireSame(elementsBelow(trees_.back()->children), document_.elements, "elements");
+        xmlCtxtUseOptions(context_.get(), kDefault);
     }
-    void tidy() override { drop(); }
-
-protected:
-    void drop()
+    void parse(const Chunks& chunks)
     {
-        for (xmlDocPtr tree : trees_) xmlFreeDoc(tree);
-        trees_.clear();
+        for (const std::string& piece : chunks.pieces)
+            xmlParseChunk(context_.get(), piece.data(), static_cast<int>(piece.size()), 0);
+        xmlParseChunk(context_.get(), nullptr, 0, 1);
+        if (!context_->wellFormed) throw Refused{"libxml2 refuses a document"};
     }
-
-    const Document& document_;
-    std::vector<xmlDocPtr> trees_;
-};
-
-class Tree : public TreeWork {
-public:
-    using TreeWork::TreeWork;
-    void run() override { trees_.push_back(build(document_.text)); }
-};
-
-class AndFree : public TreeWork {
-public:
-    using TreeWork::TreeWork;
-    void run() override { xmlFreeDoc(build(document_.text)); }
-};
-
-class Copy : public TreeWork {
-public:
-    explicit Copy(const Document& document) : TreeWork{document}, source_{build(document.text)} {}
-    ~Copy() override { xmlFreeDoc(source_); }
-    void run() override { trees_.push_back(xmlCopyDoc(source_, 1)); }
+    xmlDocPtr releaseTree() { return std::exchange(context_->myDoc, nullptr); }
 
 private:
-    xmlDocPtr source_;
+    std::unique_ptr<xmlParserCtxt, FreeBy<xmlFreeParserCtxt>> context_;
 };
 
-class Write : public Work {
-public:
-    explicit Write(const Document& document) : source_{build(document.text)} {}
-    ~Write() override
+struct Libxml2 {
+    using Tree = std::unique_ptr<xmlDoc, FreeBy<xmlFreeDoc>>;
+    static constexpr bool kReadsGb18030 = true;
+
+    static Tree build(const Memory& input)
     {
-        tidy();
-        xmlFreeDoc(source_);
+        return accepted(
+            xmlReadMemory(input.text.data(), input.sizeAs<int>(), nullptr, nullptr, kDefault));
     }
-    void run() override
+    static Tree buildFast(const Memory& input)
+    {
+        static const std::unique_ptr<xmlParserCtxt, FreeBy<xmlFreeParserCtxt>> context{
+            xmlNewParserCtxt()};
+        return accepted(xmlCtxtReadMemory(context.get(), input.text.data(), input.sizeAs<int>(),
+                                          nullptr, nullptr, kFast));
+    }
+    static Tree buildReady(const Memory& input) { return buildFast(input); }
+    static Tree build(const Chunks& input)
+    {
+        PushParser parser{nullptr, nullptr};
+        parser.parse(input);
+        return Tree{parser.releaseTree()};
+    }
+    static Tree build(const File& input)
+    {
+        return accepted(xmlReadFile(input.path.c_str(), nullptr, kDefault));
+    }
+
+    static void count(const Tree& tree, Tally& tally) { addNodes(tally, tree->children); }
+    static Tree copy(const Tree& tree) { return Tree{xmlCopyDoc(tree.get(), 1)}; }
+    static OwnedText<FreeBy<std::free>> write(const Tree& tree)
     {
         xmlChar* text = nullptr;
-        xmlDocDumpMemory(source_, &text, &size_);
-        texts_.push_back(text);
+        int length = 0;
+        xmlDocDumpMemoryEnc(tree.get(), &text, &length, "UTF-8");
+        return {std::unique_ptr<char, FreeBy<std::free>>{reinterpret_cast<char*>(text)},
+                static_cast<std::size_t>(length)};
     }
-    void check() override
+    static std::size_t writeTo(const Tree& tree)
     {
-        if (expected_ == 0) expected_ = size_;
-        requireSame(static_cast<std::size_t>(size_), static_cast<std::size_t>(expected_),
-                    "bytes written");
+        std::size_t size = 0;
+        const auto count = [](void* context, const char*, int length) {
+            *static_cast<std::size_t*>(context) += static_cast<std::size_t>(length);
+            return length;
+        };
+        const auto close = [](void*) { return 0; };
+        xmlSaveCtxtPtr saving = xmlSaveToIO(count, close, &size, "UTF-8", 0);
+        xmlSaveDoc(saving, tree.get());
+        xmlSaveClose(saving);
+        return size;
     }
-    void tidy() override
+
+    static std::size_t events(const Memory& input)
     {
-        for (xmlChar* text : texts_) xmlFree(text);
-        texts_.clear();
+        std::size_t elements = 0;
+        xmlSAXHandler handler = countingHandler();
+        accepted(
+            xmlSAXUserParseMemory(&handler, &elements, input.text.data(), input.sizeAs<int>()));
+        return elements;
     }
+    static std::size_t events(const File& input)
+    {
+        std::size_t elements = 0;
+        xmlSAXHandler handler = countingHandler();
+        accepted(xmlSAXUserParseFile(&handler, &elements, input.path.c_str()));
+        return elements;
+    }
+    static std::size_t events(const Chunks& input)
+    {
+        std::size_t elements = 0;
+        xmlSAXHandler handler = countingHandler();
+        PushParser{&handler, &elements}.parse(input);
+        return elements;
+    }
+
+    class Schema {
+    public:
+        Schema()
+        {
+            require(schema_ && validator_, "libxml2 does not load the schema");
+            xmlSchemaSetValidErrors(validator_.get(), ignoreError, ignoreError, nullptr);
+        }
+        bool valid(const Tree& tree) const
+        {
+            return xmlSchemaValidateDoc(validator_.get(), tree.get()) == 0;
+        }
+        bool validText(const Memory& input) const { return valid(buildFast(input)); }
+
+    private:
+        std::unique_ptr<xmlSchemaParserCtxt, FreeBy<xmlSchemaFreeParserCtxt>> parser_{
+            xmlSchemaNewParserCtxt(NETXML_BENCH_XSD)};
+        std::unique_ptr<xmlSchema, FreeBy<xmlSchemaFree>> schema_{xmlSchemaParse(parser_.get())};
+        std::unique_ptr<xmlSchemaValidCtxt, FreeBy<xmlSchemaFreeValidCtxt>> validator_{
+            xmlSchemaNewValidCtxt(schema_.get())};
+    };
 
 private:
-    xmlDocPtr source_;
-    std::vector<xmlChar*> texts_;
-    int size_ = 0;
-    int expected_ = 0;
-};
-
-class Events : public Work {
-public:
-    explicit Events(const Document& document) : document_{document}
+    static Tree accepted(xmlDocPtr tree)
     {
-        handler_.initialized = XML_SAX2_MAGIC;
-        handler_.startElementNs = [](void* context, const xmlChar*, const xmlChar*, const xmlChar*,
-                                     int, const xmlChar**, int, int,
-                                     const xmlChar**) { ++*static_cast<std::size_t*>(context); };
-        handler_.endElementNs = [](void*, const xmlChar*, const xmlChar*, const xmlChar*) {};
-        handler_.characters = [](void*, const xmlChar*, int) {};
+        if (!tree) throw Refused{"libxml2 refuses a document"};
+        return Tree{tree};
     }
-    void run() override
+    static void accepted(int status)
     {
-        elements_ = 0;
-        if (xmlSAXUserParseMemory(&handler_, &elements_, document_.text.data(),
-                                  static_cast<int>(document_.text.size())) != 0)
-            throw std::runtime_error{"libxml2 refuses a document"};
+        if (status != 0) throw Refused{"libxml2 refuses a document"};
     }
-    void check() override { requireSame(elements_, document_.elements, "elements"); }
-
-private:
-    const Document& document_;
-    xmlSAXHandler handler_{};
-    std::size_t elements_ = 0;
-};
-
-template <class Kind>
-std::unique_ptr<Work> make(const Document& document)
-{
-    return std::make_unique<Kind>(document);
-}
-
-constexpr Operation kOperations[] = {
-    {"tree", make<Tree>}, {"tree-and-free", make<AndFree>}, {"events", make<Events>},
-    {"copy", make<Copy>}, {"write", make<Write>},
 };
 
 }  // namespace
@@ -148,5 +184,5 @@ constexpr Operation kOperations[] = {
 
 int main(int argc, char** argv)
 {
-    return netxml::bench::runContest(argc, argv, netxml::bench::kOperations);
+    return netxml::bench::runLibrary<netxml::bench::Libxml2>(argc, argv);
 }

@@ -1,128 +1,83 @@
 // pugixml: it checks neither names nor characters, UTF-8, namespaces or duplicates in any mode. The
-// fast mode parses in place and skips what may be skipped.
-#include "contest.hpp"
+// fast mode leaves references and line ends as they are. The copy of the text that parsing destroys
+// is made while the clock runs: the others leave the caller's bytes as they are.
+#include "library_frame.hpp"
 
 #include <pugixml.hpp>
-
-#include <memory>
-#include <sstream>
-#include <stdexcept>
-#include <vector>
 
 namespace netxml::bench {
 namespace {
 
-std::size_t elementsBelow(const pugi::xml_node& node)
+void addNode(Tally& tally, const pugi::xml_node& node)
 {
-    std::size_t count = 0;
-    for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling())
-        if (child.type() == pugi::node_element) count += 1 + elementsBelow(child);
-    return count;
-}
-
-using Tree = std::unique_ptr<pugi::xml_document>;
-
-Tree build(const std::string& text)
-{
-    Tree tree = std::make_unique<pugi::xml_document>();
-    if (!tree->load_buffer(text.data(), text.size()))
-        throw std::runtime_error{"pugixml refuses a document"};
-    return tree;
-}
-
-class TreeWork : public Work {
-public:
-    explicit TreeWork(const Document& document) : document_{document} {}
-    void check() override
-    {
-        if (!trees_.empty())
-            requireSame(elementsBelow(*trees_.back()), document_.elements, "elements");
+    tally.elements += node.type() == pugi::node_element;
+    tally.add(node.value());
+    for (const pugi::xml_attribute& attribute : node.attributes()) {
+        if (std::string_view{attribute.name()}.starts_with("xmlns")) continue;
+        ++tally.attributes;
+        tally.add(attribute.value());
     }
-    void tidy() override { trees_.clear(); }
+    for (const pugi::xml_node& child : node.children()) addNode(tally, child);
+}
 
-protected:
-    const Document& document_;
-    std::vector<Tree> trees_;
+// Collects or counts what is written; the writer asks for virtual functions.
+struct Collector : pugi::xml_writer {
+    std::string text;
+    void write(const void* data, std::size_t size) override
+    {
+        text.append(static_cast<const char*>(data), size);
+    }
+};
+struct Counter : pugi::xml_writer {
+    std::size_t size = 0;
+    void write(const void*, std::size_t length) override { size += length; }
 };
 
-class Default : public TreeWork {
-public:
-    using TreeWork::TreeWork;
-    void run() override { trees_.push_back(build(document_.text)); }
-};
+struct Pugixml {
+    using Tree = std::unique_ptr<pugi::xml_document>;
+    static constexpr bool kReadsGb18030 = false;
 
-class AndFree : public TreeWork {
-public:
-    using TreeWork::TreeWork;
-    void run() override { build(document_.text); }
-};
-
-// The copy of the text that parsing in place destroys is made while the clock runs: the others
-// leave the caller's bytes as they are.
-class Fast : public TreeWork {
-public:
-    using TreeWork::TreeWork;
-    void run() override
+    static Tree build(const Memory& input) { return load(input, pugi::parse_default); }
+    static Tree buildFast(const Memory& input)
+    {
+        return load(input, pugi::parse_minimal, pugi::encoding_utf8);
+    }
+    static Tree build(const File& input)
     {
         Tree tree = std::make_unique<pugi::xml_document>();
-        if (!tree->load_buffer(document_.text.data(), document_.text.size(), pugi::parse_minimal,
-                               pugi::encoding_utf8))
-            throw std::runtime_error{"pugixml refuses a document"};
-        trees_.push_back(std::move(tree));
+        if (!tree->load_file(input.path.c_str())) throw Refused{"pugixml refuses a document"};
+        return tree;
     }
-};
 
-class Copy : public TreeWork {
-public:
-    explicit Copy(const Document& document) : TreeWork{document}, source_{build(document.text)} {}
-    void run() override
+    static void count(const Tree& tree, Tally& tally) { addNode(tally, *tree); }
+    static Tree copy(const Tree& tree)
     {
         Tree copy = std::make_unique<pugi::xml_document>();
-        copy->reset(*source_);
-        trees_.push_back(std::move(copy));
+        copy->reset(*tree);
+        return copy;
+    }
+    static std::string write(const Tree& tree)
+    {
+        Collector collector;
+        tree->save(collector, "", pugi::format_raw, pugi::encoding_utf8);
+        return std::move(collector.text);
+    }
+    static std::size_t writeTo(const Tree& tree)
+    {
+        Counter counter;
+        tree->save(counter, "", pugi::format_raw, pugi::encoding_utf8);
+        return counter.size;
     }
 
 private:
-    Tree source_;
-};
-
-class Write : public Work {
-public:
-    explicit Write(const Document& document) : source_{build(document.text)} {}
-    void run() override
+    static Tree load(const Memory& input, unsigned options,
+                     pugi::xml_encoding encoding = pugi::encoding_auto)
     {
-        struct Text : pugi::xml_writer {
-            std::string text;
-            void write(const void* data, std::size_t size) override
-            {
-                text.append(static_cast<const char*>(data), size);
-            }
-        } text;
-        source_->save(text, "", pugi::format_raw | pugi::format_no_declaration);
-        texts_.push_back(std::move(text.text));
+        Tree tree = std::make_unique<pugi::xml_document>();
+        if (!tree->load_buffer(input.text.data(), input.text.size(), options, encoding))
+            throw Refused{"pugixml refuses a document"};
+        return tree;
     }
-    void check() override
-    {
-        if (expected_ == 0) expected_ = texts_.back().size();
-        requireSame(texts_.back().size(), expected_, "bytes written");
-    }
-    void tidy() override { texts_.clear(); }
-
-private:
-    Tree source_;
-    std::vector<std::string> texts_;
-    std::size_t expected_ = 0;
-};
-
-template <class Kind>
-std::unique_ptr<Work> make(const Document& document)
-{
-    return std::make_unique<Kind>(document);
-}
-
-constexpr Operation kOperations[] = {
-    {"tree", make<Default>}, {"tree-fast", make<Fast>}, {"tree-and-free", make<AndFree>},
-    {"copy", make<Copy>},    {"write", make<Write>},
 };
 
 }  // namespace
@@ -130,5 +85,5 @@ constexpr Operation kOperations[] = {
 
 int main(int argc, char** argv)
 {
-    return netxml::bench::runContest(argc, argv, netxml::bench::kOperations);
+    return netxml::bench::runLibrary<netxml::bench::Pugixml>(argc, argv);
 }
