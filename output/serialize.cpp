@@ -57,9 +57,17 @@ struct Callback {
     }
 
 private:
+    // Whether the stream would give a piece back as it is.
+    bool passes(std::string_view piece) const noexcept
+    {
+        const auto* bytes = reinterpret_cast<const std::uint8_t*>(piece.data());
+        return stream->passesAscii && stream->pendingCount == 0 && !piece.empty() &&
+               findHigh(bytes, bytes + piece.size()) == bytes + piece.size();
+    }
     // Kept: a piece that comes to nothing is a failure.
     std::uint32_t convert(std::string_view piece) const noexcept
     {
+        if (passes(piece)) return write(context, piece.data(), piece.size());
         std::uint32_t status = XML_IO_OutStreamAppend(stream, piece.data(), piece.size());
         if (status == XML_RET_OK) {
             std::size_t length = 0;

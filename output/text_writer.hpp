@@ -5,6 +5,7 @@
 // ok() is false, and what was written is worth nothing: the stream's own way judges it then.
 #pragma once
 
+#include "io/double_byte_cache.hpp"
 #include "output/escape.hpp"
 #include "output/out_stream.hpp"
 #include "support/block_copy.hpp"
@@ -136,19 +137,22 @@ private:
         const Byte* stop = s;
         while (!stopsAt<kEscapes>(*stop, false)) ++stop;
         if (kEscapes && *stop == 0 && isBorderBlank(static_cast<char>(stop[-1]))) --stop;
-        finish();
-        ok_ = ok_ &&
-              appendConverted(stream_, s, static_cast<std::size_t>(stop - s)) == XML_RET_OK &&
-              stream_.pendingCount == 0;
-        return ok_ ? stop : nullptr;
+        return converted_ < kWarmUp ? convertByStream(s, stop) : convertByCache(s, stop);
     }
+    // `stop`, or nullptr when that does not come out even.
+    const Byte* convertByStream(const Byte* s, const Byte* stop) noexcept;
+    const Byte* convertByCache(const Byte* s, const Byte* stop) noexcept;
 
+    // So much goes through the stream before the cache is worth filling.
+    static constexpr std::size_t kWarmUp = std::size_t{16} * 1024;
     static constexpr std::size_t kArea = 1024;
 
     XML_IO_OutStream& stream_;
     MemoryBuffer& memory_;
     const bool converts_;
     bool ok_ = true;
+    std::size_t converted_ = 0;  // bytes, by the stream
+    DoubleByteCache cache_;
     char* start_ = nullptr;  // of what is not yet counted
     char* p_ = nullptr;
     char* end_ = nullptr;

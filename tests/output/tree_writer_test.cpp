@@ -109,6 +109,34 @@ TEST(TreeWriter, CutCharactersGoTheWayOfThePieces)
     }
 }
 
+// Long enough for the writer to go over from the converter to its cache.
+TEST(TreeWriter, WritesMuchTextBeyondAsciiAsThePiecesDo)
+{
+    Random random{14};
+    for (int round = 0; round < 30; ++round) {
+        XML_DOM_Node* root = XML_DOM_CreateElementNode("a");
+        ASSERT_EQ(XML_DOM_SetRoot(root), XML_RET_OK);
+        for (int i = 0; i < 300; ++i) {
+            std::string text = "t";
+            for (std::size_t left = random.below(150); left != 0; --left) {
+                if (random.percent(70)) {
+                    text += static_cast<char>(random.between(0xB0, 0xF7));
+                    text += static_cast<char>(random.between(0xA1, 0xFE));
+                } else {
+                    text +=
+                        random.one<const char*>({"x", " ", "<", "&", "\x81\x30\x84\x36", "\xA1\xA4",
+                                                 "\x81\x40", "\xFE\xFE", "\x90\x30\x81\x30", "0"});
+                }
+            }
+            XML_DOM_AddChildNode(root, XML_DOM_CreateTextNode(text.c_str()));
+        }
+        const std::string inPieces = pieces(root, 0);
+        const std::string written = atOnce(root, 0);
+        ASSERT_EQ(written == inPieces, true) << round;
+        XML_DOM_DelNode(root);
+    }
+}
+
 TEST(TreeWriter, WithoutMemoryItFailsAndLeavesNothing)
 {
     Random random{13};
