@@ -63,7 +63,8 @@ typedef struct XML_SAX_Handler XML_SAX_Handler;
 /**
  * The context of one parse, which every callback gets. It lives as long as the parse.
  *
- * A callback reaches its own data through `handler->userData`, and stops the parse by storing a
+ * A callback must come back by itself: neither an exception nor longjmp() may pass the parser. It
+ * reaches its own data through `handler->userData`, and stops the parse by storing a
  * non-zero code in `error`. All other fields are only read.
  */
 typedef struct XML_Parser {
