@@ -75,7 +75,7 @@ XML_DOM_Node* someTree(Random& random)
 TEST(TreeWriter, WritesWhatThePiecesMake)
 {
     Random random{11};
-    for (int i = 0; i < 20000; ++i) {
+    for (std::size_t i = randomRounds(20000); i != 0; --i) {
         XML_DOM_Node* root = someTree(random);
         const XML_Encoding encoding = random.one<XML_Encoding>({0, 9, 8, 3, 1, 5});
         ASSERT_EQ(XML_DOM_SetEncoding(root, encoding), XML_RET_OK);
@@ -91,7 +91,7 @@ TEST(TreeWriter, WritesWhatThePiecesMake)
 TEST(TreeWriter, CutCharactersGoTheWayOfThePieces)
 {
     Random random{12};
-    for (int i = 0; i < 3000; ++i) {
+    for (std::size_t i = randomRounds(3000); i != 0; --i) {
         XML_DOM_Node* root = XML_DOM_CreateElementNode("a");
         ASSERT_EQ(XML_DOM_SetRoot(root), XML_RET_OK);
         for (int n = 0; n < 3; ++n) {
@@ -113,7 +113,7 @@ TEST(TreeWriter, CutCharactersGoTheWayOfThePieces)
 TEST(TreeWriter, WritesMuchTextBeyondAsciiAsThePiecesDo)
 {
     Random random{14};
-    for (int round = 0; round < 30; ++round) {
+    for (std::size_t round = randomRounds(8); round != 0; --round) {
         XML_DOM_Node* root = XML_DOM_CreateElementNode("a");
         ASSERT_EQ(XML_DOM_SetRoot(root), XML_RET_OK);
         for (int i = 0; i < 300; ++i) {

@@ -40,7 +40,7 @@ const std::uint8_t* crossSingly(const std::uint8_t* p, const std::uint8_t* end)
 TEST(PlainRules, CharactersBeyondAsciiAreCrossedAsOneByOne)
 {
     Random random{1};
-    for (int i = 0; i < 200000; ++i) {
+    for (std::size_t i = randomRounds(200000); i != 0; --i) {
         const GuardedBytes text{textBeyondAscii(random)};
         const std::uint8_t* end = text.data() + text.size();
         ASSERT_EQ(crossBeyondAscii(text.data(), end), crossSingly(text.data(), end)) << i;
@@ -52,7 +52,7 @@ template <class Block>
 void crossRuns(std::uint64_t seed)
 {
     Random random{seed};
-    for (int i = 0; i < 100000; ++i) {
+    for (std::size_t i = randomRounds(100000); i != 0; --i) {
         const GuardedBytes text{textBeyondAscii(random)};
         const std::uint8_t* p = text.data();
         const std::uint8_t* end = p + text.size();
@@ -79,7 +79,7 @@ TEST(PlainRules, RunsOfThreeBytes)
 TEST(PlainRules, PositionsAreCountedAsOneByOne)
 {
     Random random{4};
-    for (int i = 0; i < 100000; ++i) {
+    for (std::size_t i = randomRounds(100000); i != 0; --i) {
         std::string text;
         for (std::size_t left = random.below(60); left != 0; --left)
             text += random.percent(85) ? "x"
@@ -116,7 +116,7 @@ std::string similarName(Random& random)
 TEST(PlainRules, RepeatedNamesAreSeenAndOthersAreNot)
 {
     Random random{5};
-    for (int i = 0; i < 50000; ++i) {
+    for (std::size_t i = randomRounds(50000); i != 0; --i) {
         SeenNames seen;
         seen.clear();
         std::set<std::string> names;

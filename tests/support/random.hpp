@@ -2,10 +2,20 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdlib>
 #include <initializer_list>
 #include <iterator>
 #include <random>
 #include <vector>
+
+// How many rounds a comparison on random input makes: as many as usual, or fewer where
+// NETXML_TEST_DOCUMENTS asks for few documents, because something slow looks on.
+inline std::size_t randomRounds(std::size_t usual)
+{
+    const char* documents = std::getenv("NETXML_TEST_DOCUMENTS");
+    const std::size_t most = documents ? std::strtoull(documents, nullptr, 10) * 3 : usual;
+    return most < usual ? most : usual;
+}
 
 class Random {
 public:

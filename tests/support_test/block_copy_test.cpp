@@ -43,7 +43,7 @@ template <class Block>
 void compareAll(std::uint64_t seed)
 {
     Random random{seed};
-    for (int i = 0; i < 200000; ++i) {
+    for (std::size_t i = randomRounds(200000); i != 0; --i) {
         const std::size_t size = random.below(40);
         const std::string a = roomy(random, size);
         std::string b = random.percent(50) ? a : roomy(random, size);
