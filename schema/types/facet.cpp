@@ -44,9 +44,9 @@ bool readFew(const char* text, long long& number) noexcept
     constexpr int kFew = 18;
     number = 0;
     int count = 0;
-    for (; text[count] >= '0' && text[count] <= '9' && count <= kFew; ++count)
+    for (; text[count] >= '0' && text[count] <= '9' && count < kFew; ++count)
         number = number * 10 + (text[count] - '0');
-    return count != 0 && count <= kFew && text[count] == '\0';
+    return count != 0 && text[count] == '\0';
 }
 
 // What does not read counts as 0, what does not fit as the nearest number.

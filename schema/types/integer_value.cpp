@@ -99,9 +99,9 @@ long readLong(const char* text) noexcept
     constexpr int kFew = 9;
     long number = 0;
     int count = 0;
-    for (; isDigit(text[count]) && count <= kFew; ++count)
+    for (; isDigit(text[count]) && count < kFew; ++count)
         number = number * 10 + (text[count] - '0');
-    return text[count] == '\0' && count <= kFew ? number : std::strtol(text, nullptr, 10);
+    return text[count] == '\0' ? number : std::strtol(text, nullptr, 10);
 }
 
 }  // namespace

@@ -83,7 +83,9 @@ TEST(Block, BlanksAreCrossedLikeByTheByteLoop)
     for (int i = 0; i < 50000; ++i) {
         std::vector<std::uint8_t> text(random() % 70);
         for (std::uint8_t& b : text)
-            b = static_cast<std::uint8_t>(random() % 30 != 0 ? " \n\t\r"[random() % 4] : random());
+            b = static_cast<std::uint8_t>(random() % 30 != 0
+                                              ? static_cast<unsigned long>(" \n\t\r"[random() % 4])
+                                              : random());
         const std::uint8_t* p = text.data();
         const std::uint8_t* end = p + text.size();
         const std::uint8_t* stop = p;
