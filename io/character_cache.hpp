@@ -25,8 +25,9 @@ public:
                   char* to) noexcept;
 
 private:
-    static constexpr std::size_t kSize = 64;             // last bytes, 80 to BF
-    static constexpr std::size_t kThree = 16 * 64;       // blocks: leads E0 to EF, second bytes
+    static constexpr std::size_t kSize = 64;  // last bytes, 80 to BF
+    static constexpr std::size_t kThree =
+        std::size_t{16} * 64;                            // blocks: leads E0 to EF, second bytes
     static constexpr std::size_t kBlocks = kThree + 32;  // and leads C0 to DF
 
     struct Block {
