@@ -1,10 +1,10 @@
 // Plain content: the elements, attributes and texts that most documents consist of, crossed in
 // blocks.
 //
-// Plain is what stays within ASCII, has no reference and no declaration of a namespace, and ends
-// before the next refill of the buffer is due. Whatever is not plain, or wrong, is left where it
-// begins to the rules that go character by character (scan_element.hpp, scan_text.hpp): cursor and
-// mark stand there as these would have put them.
+// Plain is what has names within ASCII and no references, resolves its prefixes from left to right,
+// and ends before the next refill of the buffer is due. Whatever is not plain, or wrong, is left
+// where it begins to the rules that go character by character (scan_element.hpp, scan_text.hpp):
+// cursor and mark stand there as these would have put them.
 //
 // A sink offers a `Plain` that takes what was found. What it has laid of a start tag is given up
 // again (forget) when the tag turns out not to be plain. All of this is inlined into one loop, so
@@ -64,7 +64,7 @@ template <class Sink>
     seen.clear();
     for (;;) {
         const bool apart = text.skipSeparator();
-        if (text.p >= text.end) return false;
+        if (text.end - text.p < 2) return false;
         if (*text.p == '>' || (*text.p == '/' && text.p[1] == '>')) return true;
         if (!apart || !plainAttribute(text, out, seen)) return false;
     }

@@ -194,4 +194,33 @@ TEST(Differential, ScannerAgreesWithThePlainRules)
     EXPECT_LT(wellFormed, count - count / 20);
 }
 
+// Each construct at each place around the end of a window, with an error soon behind it, whose
+// excerpt shows where the window was moved.
+TEST(Differential, NothingDependsOnWhereAWindowEnds)
+{
+    const char* const constructs[] = {"<b/>",
+                                      "<b c='1'/>",
+                                      "<b c='1' />",
+                                      "<b>t</b>",
+                                      "<b>t</b >",
+                                      "<b >t </b>",
+                                      "\n  <b/>\n",
+                                      "t]]t<b/>",
+                                      "<p:b p:c=''/>",
+                                      "<b xmlns='u'/>",
+                                      "\xE4\xB8\xAD\xE6\x96\x87<b/>",
+                                      "<b><c><d/></c></b>"};
+    for (const char* construct : constructs) {
+        for (std::size_t size = 900; size < 1060; ++size) {
+            std::string document = "<a xmlns:p='u'>";
+            while (document.size() + 8 < size) document += "<e/>";
+            document += std::string(size - document.size(), 'x');
+            document += std::string{construct} + construct + "<f/>t<1";
+            compareList(document, {}, -1);
+            compareFile(document);
+            if (HasFatalFailure()) FAIL() << construct << " at " << size;
+        }
+    }
+}
+
 }  // namespace
