@@ -11,9 +11,10 @@ namespace {
 // Copies single nodes, resolving prefixes at the destination first and at the source else.
 class NodeCopier {
 public:
-    NodeCopier(Arena* arena, const XML_DOM_Node* sourceBase,
+    // `whole` says that what is copied lies in a whole arena.
+    NodeCopier(Arena* arena, bool whole, const XML_DOM_Node* sourceBase,
                const XML_DOM_Node* targetBase) noexcept
-        : arena_{arena}, source_{sourceBase}, target_{targetBase}
+        : arena_{arena}, whole_{whole}, source_{sourceBase}, target_{targetBase}
     {
     }
 
@@ -25,9 +26,9 @@ public:
         if (arena_ && text) {
             SlabRoom& room = arena_->room();
             XML_DOM_Node* copy =
-                isElement
-                    ? layElement(room, spanIn(text, from->home, Home::kFirstString))
-                    : layTextual(room, from->type, spanIn(text, from->home, Home::kSecondString));
+                isElement ? layElement(room, spanOf(text, wide(from->home, Home::kFirstString)))
+                          : layTextual(room, from->type,
+                                       spanOf(text, wide(from->home, Home::kSecondString)));
             if (copy) return copy;
         }
         return isElement ? makeElement(arena_, viewOf(text))
@@ -37,8 +38,8 @@ public:
     {
         if (arena_) {
             XML_DOM_Attr* copy =
-                layAttr(arena_->room(), spanIn(from->name, from->home, Home::kFirstString),
-                        spanIn(from->value, from->home, Home::kSecondString));
+                layAttr(arena_->room(), spanOf(from->name, wide(from->home, Home::kFirstString)),
+                        spanOf(from->value, wide(from->home, Home::kSecondString)));
             if (copy) return copy;
         }
         return makeAttr(arena_, viewOf(from->name), viewOf(from->value));
@@ -56,6 +57,10 @@ public:
     }
 
 private:
+    bool wide(Home home, std::uint32_t string) const noexcept
+    {
+        return whole_ && home.inSlab() && !home.owns(string);
+    }
     bool declare(XML_DOM_Node* to, const XML_DOM_NsDecl* from, std::size_t depth) noexcept
     {
         XML_DOM_NsDecl* decl = makeDecl(arena_, viewOf(from->prefix), viewOf(from->name));
@@ -96,6 +101,7 @@ private:
     }
 
     Arena* arena_;
+    bool whole_;
     DeclarationScope source_;
     DeclarationScope target_;
 };
@@ -103,7 +109,7 @@ private:
 // Copies the children of `source` behind those of `destination`, down to the last that was there.
 bool copyChildren(Arena& arena, XML_DOM_Node* destination, const XML_DOM_Node* source) noexcept
 {
-    NodeCopier copier{&arena, source, destination};
+    NodeCopier copier{&arena, liesInWholeArena(source), source, destination};
     const XML_DOM_Node* last = source->lastChild;
     const XML_DOM_Node* from = source->firstChild;
     XML_DOM_Node* to = destination;
@@ -144,7 +150,7 @@ using namespace netxml;
 XML_DOM_Node* XML_DOM_CopyNode(const XML_DOM_Node* node)
 {
     if (!node) return nullptr;
-    NodeCopier copier{nullptr, node->parent, nullptr};
+    NodeCopier copier{nullptr, false, node->parent, nullptr};
     XML_DOM_Node* copy = copier.bare(node);
     if (!copy || copy->type != XML_DOM_NODE_ELEMENT || copier.furnish(copy, node, 1)) return copy;
     XML_DOM_DelNode(copy);

@@ -72,12 +72,11 @@ template <class Record>
     return decl;
 }
 
-// A string of a record as a span.
-[[gnu::always_inline]] inline Span spanIn(const char* text, Home home, std::uint32_t which) noexcept
+// A string of a record as a span; `wide` says that whole blocks may be read from it.
+[[gnu::always_inline]] inline Span spanOf(const char* text, bool wide) noexcept
 {
     const auto* data = reinterpret_cast<const std::uint8_t*>(text);
-    if (!isWide(home, which)) return {data, std::strlen(text), false, false};
-    return {data, lengthInBlocks(text), false, true};
+    return {data, wide ? lengthInBlocks(text) : std::strlen(text), false, wide};
 }
 
 }  // namespace netxml

@@ -75,6 +75,10 @@ void Arena::seal(bool wholeTree) noexcept
     std::uint32_t others = 0;
     for (const Slab* slab = first_->next; slab; slab = slab->next) ++others;
     first_->living.fetch_add(others, std::memory_order_relaxed);
+    if (first_->living.load(std::memory_order_relaxed) == 0) {
+        abandon();  // a slab that nothing was laid into
+        return;
+    }
     first_->edited = edited_ || !wholeTree;
     if (first_->edited) releaseLists(longStrings_, false);  // nobody will ask
     else first_->longStrings = longStrings_;

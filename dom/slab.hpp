@@ -48,11 +48,12 @@ Slab* slabOf(Record* record) noexcept
     return slabAt(record, record->home);
 }
 
-// Whether whole blocks may be read from one of a record's strings: behind every string that lies in
-// a slab there is room for one.
-inline bool isWide(Home home, std::uint32_t string) noexcept
+// Whether everything under a node lies in one arena that nobody has edited. Then whole blocks may
+// be read from its strings: behind every string of a slab there is room for one. Of an edited arena
+// the neighbour may be another tree's, in another thread's hands.
+inline bool liesInWholeArena(const XML_DOM_Node* node) noexcept
 {
-    return home.inSlab() && !home.owns(string);
+    return node->home.inSlab() && !slabOf(node)->first->edited;
 }
 
 // To be called before a record's links or strings change. Only a tree that is still whole is

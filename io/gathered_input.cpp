@@ -38,7 +38,7 @@ GatheredInput GatheredInput::ofList(const XML_IO_MemList& list) noexcept
         input.size_ = size;
         return input;
     }
-    input.block_.reset(static_cast<std::uint8_t*>(heap::allocate(size)));
+    if (size <= kMost) input.block_.reset(static_cast<std::uint8_t*>(heap::allocate(size)));
     if (!input.block_) return input;
     for (const XML_IO_MemChunk* chunk = list.first; chunk; chunk = chunk->next) {
         const std::size_t length = static_cast<std::size_t>(chunk->length);
@@ -55,7 +55,7 @@ GatheredInput GatheredInput::ofFile(const char* path) noexcept
     struct stat status;
     // Only a regular file is opened twice without anybody noticing.
     if (stat(path, &status) != 0 || !S_ISREG(status.st_mode) || status.st_size <= 0 ||
-        static_cast<std::uint64_t>(status.st_size) > SIZE_MAX / 4)
+        static_cast<std::uint64_t>(status.st_size) > kMost)
         return input;
     const int descriptor = open(path, O_RDONLY | O_CLOEXEC);
     if (descriptor < 0) return input;
@@ -65,23 +65,16 @@ GatheredInput GatheredInput::ofFile(const char* path) noexcept
     return input;
 }
 
-// Reads to the end, wherever that has come to lie in the meantime.
+// Reads what is expected, and sees that nothing follows.
 bool GatheredInput::fill(int descriptor, std::size_t expected) noexcept
 {
-    std::size_t capacity = expected + 1;
+    const std::size_t capacity = expected + 1;
     block_.reset(static_cast<std::uint8_t*>(heap::allocate(capacity)));
-    while (block_) {
+    while (block_ && size_ != capacity) {
         const ssize_t count = read(descriptor, block_.get() + size_, capacity - size_);
         if (count < 0 && errno == EINTR) continue;
         if (count <= 0) return size_ != 0;
         size_ += static_cast<std::size_t>(count);
-        if (size_ < capacity) continue;
-        if (capacity > SIZE_MAX / 4) return false;
-        capacity *= 2;
-        auto* larger = static_cast<std::uint8_t*>(heap::resize(block_.get(), capacity));
-        if (!larger) return false;
-        static_cast<void>(block_.release());  // the larger one has taken its place
-        block_.reset(larger);
     }
     return false;
 }

@@ -12,8 +12,9 @@ namespace netxml {
 
 class GatheredInput {
 public:
-    // All chunks of a list, or a regular file. Without a block when memory runs out, or when there
-    // is nothing of that kind; a failing read is the end of the file.
+    // All chunks of a list, or a regular file. Without a block when memory runs out, when there is
+    // nothing of that kind, when it is very large, or when the file grows meanwhile; a failing read
+    // is its end.
     static GatheredInput ofList(const XML_IO_MemList& list) noexcept;
     static GatheredInput ofFile(const char* path) noexcept;
 
@@ -25,6 +26,9 @@ public:
     bool looksLikeUtf8() const noexcept;
 
 private:
+    // So much is put together at most: of more, an early error would cost too much reading.
+    static constexpr std::size_t kMost = std::size_t{128} * 1024 * 1024;
+
     bool fill(int descriptor, std::size_t expected) noexcept;
 
     heap::Owned<std::uint8_t> block_;  // empty when the data is the caller's

@@ -7,6 +7,7 @@
 #include "support/heap.hpp"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -47,21 +48,27 @@ std::size_t readDescriptor(int descriptor, std::size_t wanted, std::uint8_t* to)
     return count < 0 ? 0 : static_cast<std::size_t>(count);
 }
 
-// The stream asks for little at a time; the system is asked for much. What one reading has brought
-// is handed out before the next one.
+// The stream asks for little at a time; the system is asked for much. A regular file gives as much
+// as is wanted, as if it were read for this alone; from others, what one reading has brought is
+// handed out before the next one, which may have to wait.
 std::size_t readFile(StreamSource source, std::size_t wanted, std::uint8_t* to)
 {
     FileReader& file = *source.file;
-    if (wanted == 0) return 0;
-    if (file.begin == file.end) {
-        file.begin = 0;
-        file.end = readDescriptor(file.descriptor, sizeof file.bytes, file.bytes);
+    std::size_t copied = 0;
+    while (copied != wanted) {
+        if (file.begin == file.end) {
+            if (copied != 0 && !file.isRegular) break;
+            file.begin = 0;
+            file.end = readDescriptor(file.descriptor, sizeof file.bytes, file.bytes);
+            if (file.end == 0) break;
+        }
+        const std::size_t left = file.end - file.begin;
+        const std::size_t size = left < wanted - copied ? left : wanted - copied;
+        std::memcpy(to + copied, file.bytes + file.begin, size);
+        file.begin += size;
+        copied += size;
     }
-    const std::size_t left = file.end - file.begin;
-    const std::size_t size = left < wanted ? left : wanted;
-    std::memcpy(to, file.bytes + file.begin, size);
-    file.begin += size;
-    return size;
+    return copied;
 }
 
 // A stream with an own, empty text buffer that reads from a source; owned until it is ready.
@@ -177,6 +184,8 @@ XML_IO_InStream* XML_IO_ByFile(const char* path)
     if (!file) return nullptr;
     file->descriptor = open(path, O_RDONLY | O_CLOEXEC);
     if (file->descriptor < 0) return nullptr;
+    struct stat status;
+    file->isRegular = fstat(file->descriptor, &status) == 0 && S_ISREG(status.st_mode);
     StreamSource source{};
     source.file = file.get();
     auto stream = makeReading(source, readFile);

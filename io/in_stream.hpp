@@ -35,6 +35,7 @@ struct ChunkCursor {
 // Where a file is being read, and what was read of it ahead.
 struct FileReader {
     int descriptor;
+    bool isRegular;
     std::size_t begin;  // of what is not handed out yet
     std::size_t end;
     std::uint8_t bytes[std::size_t{16} * 1024];

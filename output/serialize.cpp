@@ -124,7 +124,7 @@ std::uint32_t renderToMemory(XML_IO_OutStream& stream, const XML_DOM_Node* node,
                              std::uint32_t flags, Part part) noexcept
 {
     if (stream.passesAscii) {
-        TreeWriter writer{stream, flags};
+        TreeWriter writer{stream, flags, node};
         if (render(writer, node, flags, part) == XML_RET_OK) {
             writer.finish();
             return XML_RET_OK;

@@ -137,8 +137,13 @@ bool HandlerSink::Plain::lay(const QName& name, const Span& value,
 ParseError HandlerSink::Plain::enter(const QName& name, const Resolution& nameSpace,
                                      const Bindings& bindings) noexcept
 {
-    sink_.parser_->bindings = bindings.newest();
-    return sink_.reportStart(name, name.prefix.empty() ? bindings.resolve({}) : nameSpace);
+    XML_Parser& parser = *sink_.parser_;
+    parser.bindings = bindings.newest();
+    parser.pendingAttributes = sink_.attributes_.empty() ? nullptr : sink_.attributes_.data();
+    const ParseError error =
+        sink_.reportStart(name, name.prefix.empty() ? bindings.resolve({}) : nameSpace);
+    parser.pendingAttributes = nullptr;
+    return error;
 }
 
 ParseError HandlerSink::endElement(const OpenName& name, const Bindings& bindings) noexcept

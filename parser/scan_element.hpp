@@ -153,7 +153,7 @@ ParseError Scanner<Sink>::reportStart(const QName& name) noexcept
 
     const Resolution nameSpace = bindings_.resolve(name.prefix.view());
     if (!name.prefix.empty() && !nameSpace.bound()) return ParseError::PrefixNotDefined;
-    parser_.pendingAttributes = attributes;
+    parser_.pendingAttributes = count != 0 ? attributes : nullptr;
     parser_.bindings = bindings_.newest();
     observe();
     error = sink_.startElement(

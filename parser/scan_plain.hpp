@@ -44,13 +44,12 @@ template <class Sink>
 [[gnu::always_inline]] inline bool Scanner<Sink>::plainAttribute(PlainText& text, Plain& out,
                                                                  SeenNames& seen) noexcept
 {
-    constexpr std::uint64_t kXmlns = UINT64_C(0x736E6C6D78);  // "xmlns"
     QName name;
     Span value;
     Resolution nameSpace;
     if (!text.qualifiedName(name) || !text.value(value)) return false;
     const std::uint64_t key = SeenNames::keyOf(name.local);
-    if ((name.prefix.empty() ? key : SeenNames::keyOf(name.prefix)) == kXmlns)
+    if ((name.prefix.empty() ? name.local : name.prefix).view() == "xmlns")
         return !seen.anyPrefix() && plainDeclaration(out, name, value);
     if (!seen.add(name, key) || !resolvePlain(name, nameSpace)) return false;
     if (kCopiesNames && !(keepName(tagMemory_, name) && tagMemory_.keep(value))) return false;

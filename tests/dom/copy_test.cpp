@@ -175,4 +175,23 @@ TEST(Copy, LeavesNothingBehindWhicheverAllocationFails)
     XML_DOM_DelNode(source);
 }
 
+// A name that the first slab has no room for, so that a failure finds nothing laid out.
+TEST(Copy, LeavesNothingBehindWhereTheFirstRecordDoesNotFit)
+{
+    for (const std::size_t size : {2000u, 5000u}) {
+        XML_DOM_Node* source = treeOf("<a><" + std::string(size, 'n') + "/></a>");
+        XML_DOM_Node* to = treeOf("<t/>");
+        for (std::size_t allowed = 0;; ++allowed) {
+            const FailingHeap heap{allowed};
+            const uint32_t status = XML_DOM_CopySubTree(to, source);
+            if (!FailingHeap::refused()) break;
+            if (status == XML_RET_OK) continue;  // a block that only would have saved work
+            EXPECT_EQ(status, XML_RET_FAIL);
+            EXPECT_EQ(FailingHeap::liveBlocks(), 0) << size << " with " << allowed;
+        }
+        XML_DOM_DelNode(source);
+        XML_DOM_DelNode(to);
+    }
+}
+
 }  // namespace

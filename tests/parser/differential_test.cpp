@@ -223,4 +223,23 @@ TEST(Differential, NothingDependsOnWhereAWindowEnds)
     }
 }
 
+// A file is read as a list of its bytes is, also where what was read ahead comes to an end.
+TEST(Differential, FilesAreReadLikeListsAroundEachReading)
+{
+    std::string all = "<a>";
+    while (all.size() < 17000) all += "<b>x</b>";
+    for (std::size_t size = 16000; size < 16900; size += 7) {
+        std::string document = all.substr(0, size);
+        document.resize(document.rfind('<'));
+        document += "     <1" + std::string(3000, 'y');
+        const TempFile file{document};
+        const ChunkList chunks{document, document.size()};
+        EventLog ofFile;
+        EventLog ofList;
+        XML_Parser_ByFile(file.path(), ofFile.handler());
+        XML_Parser_ByMemList(chunks.list(), ofList.handler());
+        ASSERT_EQ(ofFile.text(), ofList.text()) << size;
+    }
+}
+
 }  // namespace

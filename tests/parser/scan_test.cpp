@@ -163,4 +163,28 @@ TEST(Scanner, InputMayEndAnywhere)
     }
 }
 
+// Folded to eight bytes, this name looks like "xmlns".
+TEST(Scan, ANameIsNoDeclarationByItsFoldedBytes)
+{
+    for (const char* tag : {"<a tGDbXlnLXascbPAa='v'>", "<a tGDbXlnLXascbPAa=''>"}) {
+        std::string document = tag;
+        for (int i = 0; i < 20; ++i) document += "<c/>";
+        document += "</a>";
+        XML_DOM_Node* root =
+            XML_DOM_BuildTreeByMem(reinterpret_cast<const uint8_t*>(document.data()),
+                                   static_cast<uint32_t>(document.size()), 0, nullptr);
+        ASSERT_NE(root, nullptr);
+        EXPECT_NE(XML_DOM_GetNodeAttrValByName(root, "tGDbXlnLXascbPAa"), nullptr);
+        XML_DOM_DelNode(root);
+    }
+    std::string document = "<a tGDbXlnLXascbPAa:p='v'>";
+    for (int i = 0; i < 20; ++i) document += "<c/>";
+    document += "</a>";
+    char error[200] = "";
+    EXPECT_EQ(XML_DOM_BuildTreeByMem(reinterpret_cast<const uint8_t*>(document.data()),
+                                     static_cast<uint32_t>(document.size()), sizeof error, error),
+              nullptr);
+    EXPECT_NE(std::string{error}.find("namespace prefix is not defined."), std::string::npos);
+}
+
 }  // namespace
