@@ -11,24 +11,27 @@ char* CharacterCache::convert(iconv_t converter, const std::uint8_t*& p, const s
 {
     if (!table_) table_ = static_cast<Table*>(heap::allocateZeroed(sizeof(Table)));
     if (!table_) return to;
-    const Block* const* blocks = table_->blocks;
     const std::uint8_t* from = p;
-    while (end - from >= 2 && from[0] >= 0xC0 && from[0] < 0xF0) {
-        const bool three = from[0] >= 0xE0;
-        if (three && end - from < 3) break;
-        const std::size_t index =
-            three ? (from[0] & 0x0Fu) << 6 | (from[1] & 0x3Fu) : kThree + (from[0] & 0x1Fu);
-        const Block* block = blocks[index];
-        if (!block) block = fill(converter, index);
-        if (!block) break;
-        const char* form = block->forms[from[three ? 2 : 1] & 0x3F];
-        if (form[0] == 0) break;
-        std::memcpy(to, form, 4);
-        to += form[2] == 0 ? 2 : 4;
-        from += three ? 3 : 2;
+    for (bool goesOn = true; goesOn;) {
+        const std::uint8_t* start = from;
+        for (; end - from >= 3 && (from[0] & 0xF0) == 0xE0; from += 3) {
+            if (!put(converter, (from[0] & 0x0Fu) << 6 | (from[1] & 0x3Fu), from[2], to)) break;
+        }
+        for (; end - from >= 2 && from[0] >= 0xC0 && from[0] < 0xE0; from += 2) {
+            if (!put(converter, kThree + (from[0] & 0x1Fu), from[1], to)) break;
+        }
+        goesOn = from != start;
     }
     p = from;
     return to;
+}
+
+bool CharacterCache::putFour(const Block& block, std::size_t at, char*& to) noexcept
+{
+    if (block.fours[at][0] == 0) return false;
+    std::memcpy(to, block.fours[at], 4);
+    to += 4;
+    return true;
 }
 
 // Sixty-four characters by themselves: where one has no form, the others still may.
@@ -47,8 +50,10 @@ const CharacterCache::Block* CharacterCache::fill(iconv_t converter, std::size_t
         ConvertOutput out{converted, converted + sizeof converted};
         const bool done = convertThrough(converter, in, out) == ConvertEnd::Done;
         const auto size = out.cursor - converted;
-        if (!done || (size != 2 && size != 4)) std::memset(converted, 0, 4);
-        std::memcpy(block->forms[i], converted, 4);
+        std::memset(block->pairs[i], 0, 2);
+        std::memset(block->fours[i], 0, 4);
+        if (done && size == 2) std::memcpy(block->pairs[i], converted, 2);
+        if (done && size == 4) std::memcpy(block->fours[i], converted, 4);
     }
     table_->blocks[index] = block;
     return block;

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace netxml {
 
@@ -31,12 +32,31 @@ private:
     static constexpr std::size_t kBlocks = kThree + 32;  // and leads C0 to DF
 
     struct Block {
-        char forms[kSize][4];  // two bytes end in zeros; four zeros where there is no such form
+        char pairs[kSize][2];  // zeros where the form is not of two bytes
+        char fours[kSize][4];  // zeros where it is not of four
     };
     struct Table {
         const Block* blocks[kBlocks];
     };
 
+    // Writes the form of the character with this last byte; false when there is none. Two bytes are
+    // most: nothing else is looked at for them.
+    [[gnu::always_inline]] bool put(iconv_t converter, std::size_t index, std::uint8_t last,
+                                    char*& to) noexcept
+    {
+        const Block* block = table_->blocks[index];
+        if (!block) block = fill(converter, index);
+        if (!block) return false;
+        const std::size_t at = last & 0x3Fu;
+        std::uint16_t pair;
+        std::memcpy(&pair, block->pairs[at], sizeof pair);
+        if (pair == 0) [[unlikely]]
+            return putFour(*block, at, to);
+        std::memcpy(to, &pair, sizeof pair);
+        to += sizeof pair;
+        return true;
+    }
+    static bool putFour(const Block& block, std::size_t at, char*& to) noexcept;
     const Block* fill(iconv_t converter, std::size_t index) noexcept;
 
     Table* table_ = nullptr;
