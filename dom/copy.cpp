@@ -11,10 +11,10 @@ namespace {
 // Copies single nodes, resolving prefixes at the destination first and at the source else.
 class NodeCopier {
 public:
-    // `whole` says that what is copied lies in a whole arena.
-    NodeCopier(Arena* arena, bool whole, const XML_DOM_Node* sourceBase,
+    // What is copied lies under `top`.
+    NodeCopier(Arena* arena, const XML_DOM_Node* top, const XML_DOM_Node* sourceBase,
                const XML_DOM_Node* targetBase) noexcept
-        : arena_{arena}, whole_{whole}, source_{sourceBase}, target_{targetBase}
+        : arena_{arena}, wide_{top}, source_{sourceBase}, target_{targetBase}
     {
     }
 
@@ -26,9 +26,10 @@ public:
         if (arena_ && text) {
             SlabRoom& room = arena_->room();
             XML_DOM_Node* copy =
-                isElement ? layElement(room, spanOf(text, wide(from->home, Home::kFirstString)))
-                          : layTextual(room, from->type,
-                                       spanOf(text, wide(from->home, Home::kSecondString)));
+                isElement
+                    ? layElement(room, spanOf(text, wide_.has(from->home, Home::kFirstString)))
+                    : layTextual(room, from->type,
+                                 spanOf(text, wide_.has(from->home, Home::kSecondString)));
             if (copy) return copy;
         }
         return isElement ? makeElement(arena_, viewOf(text))
@@ -37,9 +38,9 @@ public:
     XML_DOM_Attr* bare(const XML_DOM_Attr* from) noexcept
     {
         if (arena_) {
-            XML_DOM_Attr* copy =
-                layAttr(arena_->room(), spanOf(from->name, wide(from->home, Home::kFirstString)),
-                        spanOf(from->value, wide(from->home, Home::kSecondString)));
+            XML_DOM_Attr* copy = layAttr(
+                arena_->room(), spanOf(from->name, wide_.has(from->home, Home::kFirstString)),
+                spanOf(from->value, wide_.has(from->home, Home::kSecondString)));
             if (copy) return copy;
         }
         return makeAttr(arena_, viewOf(from->name), viewOf(from->value));
@@ -57,10 +58,6 @@ public:
     }
 
 private:
-    bool wide(Home home, std::uint32_t string) const noexcept
-    {
-        return whole_ && home.inSlab() && !home.owns(string);
-    }
     bool declare(XML_DOM_Node* to, const XML_DOM_NsDecl* from, std::size_t depth) noexcept
     {
         XML_DOM_NsDecl* decl = makeDecl(arena_, viewOf(from->prefix), viewOf(from->name));
@@ -101,7 +98,7 @@ private:
     }
 
     Arena* arena_;
-    bool whole_;
+    WideStrings wide_;
     DeclarationScope source_;
     DeclarationScope target_;
 };
@@ -109,7 +106,7 @@ private:
 // Copies the children of `source` behind those of `destination`, down to the last that was there.
 bool copyChildren(Arena& arena, XML_DOM_Node* destination, const XML_DOM_Node* source) noexcept
 {
-    NodeCopier copier{&arena, liesInWholeArena(source), source, destination};
+    NodeCopier copier{&arena, source, source, destination};
     const XML_DOM_Node* last = source->lastChild;
     const XML_DOM_Node* from = source->firstChild;
     XML_DOM_Node* to = destination;
@@ -150,7 +147,7 @@ using namespace netxml;
 XML_DOM_Node* XML_DOM_CopyNode(const XML_DOM_Node* node)
 {
     if (!node) return nullptr;
-    NodeCopier copier{nullptr, false, node->parent, nullptr};
+    NodeCopier copier{nullptr, node, node->parent, nullptr};
     XML_DOM_Node* copy = copier.bare(node);
     if (!copy || copy->type != XML_DOM_NODE_ELEMENT || copier.furnish(copy, node, 1)) return copy;
     XML_DOM_DelNode(copy);

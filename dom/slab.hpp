@@ -48,13 +48,24 @@ Slab* slabOf(Record* record) noexcept
     return slabAt(record, record->home);
 }
 
-// Whether everything under a node lies in one arena that nobody has edited. Then whole blocks may
-// be read from its strings: behind every string of a slab there is room for one. Of an edited arena
-// the neighbour may be another tree's, in another thread's hands.
-inline bool liesInWholeArena(const XML_DOM_Node* node) noexcept
-{
-    return node->home.inSlab() && !slabOf(node)->first->edited;
-}
+// Tells from which strings under a node whole blocks may be read: those of a slab, since behind
+// each of them there is room for one, as long as nobody has edited the arena. Of an edited one the
+// neighbour may be another tree's, in another thread's hands.
+class WideStrings {
+public:
+    explicit WideStrings(const XML_DOM_Node* top) noexcept
+        : whole_{top->home.inSlab() && !slabOf(top)->first->edited}
+    {
+    }
+    // The declaration of `xml` may be bound, and lies in no slab.
+    bool has(Home home, std::uint32_t string) const noexcept
+    {
+        return whole_ && home.inSlab() && !home.owns(string);
+    }
+
+private:
+    bool whole_;
+};
 
 // To be called before a record's links or strings change. Only a tree that is still whole is
 // written to, and that one has a single owner.

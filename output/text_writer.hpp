@@ -99,9 +99,8 @@ private:
         for (;;) {
             if (!room()) return nullptr;
             if (end && static_cast<std::size_t>(end - s) < NativeBlock::kWidth) {
-                while (!stopsAt<kEscapes>(*s, converts_) && p_ != end_)
-                    *p_++ = static_cast<char>(*s++);
-                return s;
+                while (!stopsAt<kEscapes>(*s, converts_)) *p_++ = static_cast<char>(*s++);
+                return s;  // less than a block, which there is room for
             }
             const NativeBlock block = NativeBlock::load(s);
             std::memcpy(p_, s, NativeBlock::kWidth);

@@ -1,14 +1,10 @@
 #include "output/tree_writer.hpp"
 
 namespace netxml {
-bool TreeWriter::wide(Home home, std::uint32_t string) const noexcept
-{
-    return whole_ && home.inSlab() && !home.owns(string);  // `xml` is bound to no record
-}
 
 void TreeWriter::prefix(const XML_DOM_NsDecl* bound) noexcept
 {
-    if (bound->prefix) out_.string(bound->prefix, wide(bound->home, Home::kFirstString));
+    if (bound->prefix) out_.string(bound->prefix, wide_.has(bound->home, Home::kFirstString));
     out_.markup(":");
 }
 
@@ -25,24 +21,24 @@ void TreeWriter::nameSpace(const XML_DOM_NsDecl* decl) noexcept
     out_.markup(" xmlns");
     if (decl->prefix) {
         out_.markup(":");
-        out_.string(decl->prefix, wide(decl->home, Home::kFirstString));
+        out_.string(decl->prefix, wide_.has(decl->home, Home::kFirstString));
     }
-    value(decl->name, wide(decl->home, Home::kSecondString));
+    value(decl->name, wide_.has(decl->home, Home::kSecondString));
 }
 
 void TreeWriter::attribute(const XML_DOM_Attr* attr) noexcept
 {
     out_.markup(" ");
     if (attr->nameSpace) prefix(attr->nameSpace);
-    out_.string(attr->name, wide(attr->home, Home::kFirstString));
-    value(attr->value, wide(attr->home, Home::kSecondString));
+    out_.string(attr->name, wide_.has(attr->home, Home::kFirstString));
+    value(attr->value, wide_.has(attr->home, Home::kSecondString));
 }
 
 void TreeWriter::startTag(const XML_DOM_Node* element, TagMode mode) noexcept
 {
     out_.markup("<");
     if (element->nameSpace) prefix(element->nameSpace);
-    out_.string(element->name, wide(element->home, Home::kFirstString));
+    out_.string(element->name, wide_.has(element->home, Home::kFirstString));
     for (const XML_DOM_NsDecl* decl = element->firstNs; decl; decl = decl->next) nameSpace(decl);
     for (const XML_DOM_Attr* attr = element->firstAttr; attr; attr = attr->next) attribute(attr);
     if (mode == TagMode::Whole && !element->firstChild) out_.markup("/>");
@@ -52,10 +48,10 @@ void TreeWriter::startTag(const XML_DOM_Node* element, TagMode mode) noexcept
 void TreeWriter::content(const XML_DOM_Node* node) noexcept
 {
     if (node->type == XML_DOM_NODE_TEXT) {
-        out_.escaped(node->value, wide(node->home, Home::kSecondString));
+        out_.escaped(node->value, wide_.has(node->home, Home::kSecondString));
     } else if (node->type == XML_DOM_NODE_CDATA) {
         out_.markup("<![CDATA[");
-        out_.string(node->value, wide(node->home, Home::kSecondString));
+        out_.string(node->value, wide_.has(node->home, Home::kSecondString));
         out_.markup("]]>");
     }
 }
@@ -64,7 +60,7 @@ void TreeWriter::endTag(const XML_DOM_Node* element) noexcept
 {
     out_.markup("</");
     if (element->nameSpace) prefix(element->nameSpace);
-    out_.string(element->name, wide(element->home, Home::kFirstString));
+    out_.string(element->name, wide_.has(element->home, Home::kFirstString));
     out_.markup(">");
 }
 

@@ -13,7 +13,7 @@ class TreeWriter {
 public:
     // `top` is above all that will be written.
     TreeWriter(XML_IO_OutStream& stream, std::uint32_t flags, const XML_DOM_Node* top) noexcept
-        : out_{stream}, flags_{flags}, whole_{liesInWholeArena(top)}
+        : out_{stream}, flags_{flags}, wide_{top}
     {
     }
 
@@ -27,7 +27,6 @@ public:
     void finish() noexcept { out_.finish(); }
 
 private:
-    bool wide(Home home, std::uint32_t string) const noexcept;
     std::uint32_t status() const noexcept { return out_.ok() ? XML_RET_OK : XML_RET_FAIL; }
     void startTag(const XML_DOM_Node* element, TagMode mode) noexcept;
     void content(const XML_DOM_Node* node) noexcept;
@@ -39,7 +38,7 @@ private:
 
     TextWriter out_;
     std::uint32_t flags_;
-    bool whole_;
+    WideStrings wide_;
 };
 
 }  // namespace netxml

@@ -137,7 +137,8 @@ private:
     {
         std::string_view text;
         if (values_.convert(value, text) != ParseError::None) return nullptr;
-        return layAttr(room_, name, spanOf(text));
+        const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+        return layAttr(room_, name, {bytes, text.size(), false, false});
     }
 
     InternalText& values_;

@@ -34,36 +34,6 @@ const std::uint8_t* findStop(const std::uint8_t* p, const std::uint8_t* end) noe
     return p;
 }
 
-// The first byte from `p` on that is no blank, or `end`.
-template <class Block = NativeBlock>
-const std::uint8_t* findNotBlank(const std::uint8_t* p, const std::uint8_t* end) noexcept
-{
-    while (static_cast<std::size_t>(end - p) >= Block::kWidth) {
-        const typename Block::Mask stops = Block::load(p).notBlank();
-        if (stops) return p + Block::first(stops);
-        p += Block::kWidth;
-    }
-    while (p != end && (*p == ' ' || *p == '\n' || *p == '\t' || *p == '\r')) ++p;
-    return p;
-}
-
-// The first byte from `p` on that is no ASCII name character, or `end`. The colon is none.
-template <class Block = NativeBlock>
-const std::uint8_t* findNotName(const std::uint8_t* p, const std::uint8_t* end) noexcept
-{
-    while (static_cast<std::size_t>(end - p) >= Block::kWidth) {
-        const typename Block::Mask stops = Block::load(p).notName();
-        if (stops) return p + Block::first(stops);
-        p += Block::kWidth;
-    }
-    const auto isName = [](std::uint8_t b) {
-        const auto letter = static_cast<std::uint8_t>(b | 0x20);
-        return (letter >= 'a' && letter <= 'z') || (b >= '-' && b <= '9' && b != '/') || b == '_';
-    };
-    while (p != end && isName(*p)) ++p;
-    return p;
-}
-
 // The first byte beyond ASCII from `p` on, or `end`.
 template <class Block = NativeBlock>
 const std::uint8_t* findHigh(const std::uint8_t* p, const std::uint8_t* end) noexcept

@@ -67,7 +67,6 @@ struct NeonBlock {
     {
         return static_cast<std::size_t>(std::countr_zero(m)) / 4;
     }
-    static std::size_t count(Mask m) noexcept { return static_cast<std::size_t>(std::popcount(m)); }
 
 private:
     uint8x16_t is(std::uint8_t byte) const noexcept { return vceqq_u8(bytes, vdupq_n_u8(byte)); }

@@ -70,7 +70,6 @@ struct Sse2Block {
     {
         return static_cast<std::size_t>(std::countr_zero(m));
     }
-    static std::size_t count(Mask m) noexcept { return static_cast<std::size_t>(std::popcount(m)); }
 
 private:
     __m128i is(char c) const noexcept { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); }

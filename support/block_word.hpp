@@ -72,7 +72,6 @@ struct WordBlock {
     {
         return static_cast<std::size_t>(std::countr_zero(m)) / 8;
     }
-    static std::size_t count(Mask m) noexcept { return static_cast<std::size_t>(std::popcount(m)); }
 
 private:
     // The bytes of 7 bits from `first` to `last`.

@@ -20,12 +20,4 @@ struct Span {
 // What copies and comparisons in whole blocks may touch beyond a text.
 inline constexpr std::size_t kSpanSlack = 16;
 
-// A text of which nothing is known as a span.
-inline Span spanOf(std::string_view text) noexcept
-{
-    bool ascii = true;
-    for (const char c : text) ascii = ascii && static_cast<unsigned char>(c) < 0x80;
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size(), ascii};
-}
-
 }  // namespace netxml

@@ -56,6 +56,43 @@ TEST(Slab, LongStringsAreBlocksOfTheirOwnAndGoAtOnce)
     XML_DOM_DelNode(root);
 }
 
+std::string longTexts(int count)
+{
+    std::string document = "<r>";
+    for (int i = 0; i < count; ++i)
+        document += "<t a='" + std::string(4000, 'v') + std::to_string(i) + "'>" +
+                    std::string(5000, 't') + "</t>";
+    return document + "</r>";
+}
+
+// More than one list of them, whether the tree goes as a whole or was edited before.
+TEST(Slab, ManyLongStringsGoWithTheirTree)
+{
+    const long blocks = heapLiveBlocks();
+    for (const bool edits : {false, true}) {
+        XML_DOM_Node* root = treeOf(longTexts(200));
+        if (edits) {
+            XML_DOM_Node* text = XML_DOM_GetFirstChild(XML_DOM_GetFirstChild(root));
+            EXPECT_EQ(XML_DOM_SetNodeValue(text, "short"), XML_RET_OK);
+            XML_DOM_DelNode(XML_DOM_GetNextSibling(XML_DOM_GetFirstChild(root)));
+        }
+        XML_DOM_DelNode(root);
+        EXPECT_EQ(heapLiveBlocks(), blocks) << edits;
+    }
+}
+
+TEST(Slab, LongStringsThatCannotBeWrittenDownGoToo)
+{
+    const std::string document = longTexts(70);
+    for (std::size_t at = 0;; ++at) {
+        const FailingHeap heap{at, 1};
+        XML_DOM_DelNode(XML_DOM_BuildTreeByMem(reinterpret_cast<const uint8_t*>(document.data()),
+                                               static_cast<uint32_t>(document.size()), 0, nullptr));
+        ASSERT_EQ(FailingHeap::liveBlocks(), 0) << at;
+        if (!FailingHeap::refused()) break;
+    }
+}
+
 // What stays after deletes is at most the slabs in which something lives, each of 64 KiB at most.
 TEST(Slab, WhatStaysAfterDeletesIsBounded)
 {

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <cstring>
 
 namespace {
@@ -300,6 +302,19 @@ TEST(BuildTree, LeavesNothingBehindWhereTheFirstSlabEnds)
             if (!refused) break;
         }
     }
+}
+
+// A file too large to be put together is read through the window: little of it, for an early error.
+TEST(BuildTree, AnEarlyErrorInAVeryLargeFileCostsLittle)
+{
+    const TempFile file{"!"};
+    ASSERT_EQ(truncate(file.path(), off_t{1} << 30), 0);
+    heapResetPeak();
+    const std::size_t before = heapPeakBytes();
+    char error[200] = "";
+    EXPECT_EQ(XML_DOM_BuildTreeByFile(file.path(), sizeof error, error), nullptr);
+    EXPECT_EQ(std::string{error}.substr(0, 22), "The Line 1 Column 1 :\"");
+    EXPECT_LT(heapPeakBytes() - before, 100000u);
 }
 
 }  // namespace
