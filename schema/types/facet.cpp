@@ -3,6 +3,7 @@
 #include "netxml/dom.h"
 #include "schema/types/date_time.hpp"
 #include "schema/types/duration.hpp"
+#include "schema/types/integer_value.hpp"
 #include "schema/types/pattern.hpp"
 #include "support/format.hpp"
 
@@ -38,31 +39,20 @@ int order(Number a, Number b) noexcept
     return (a > b) - (a < b);
 }
 
-// A text of a few digits and nothing else; false for any other.
-bool readFew(const char* text, long long& number) noexcept
-{
-    constexpr int kFew = 18;
-    number = 0;
-    int count = 0;
-    for (; text[count] >= '0' && text[count] <= '9' && count < kFew; ++count)
-        number = number * 10 + (text[count] - '0');
-    return count != 0 && text[count] == '\0';
-}
-
 // What does not read counts as 0, what does not fit as the nearest number.
 int compareUnsigned(const char* a, const char* b) noexcept
 {
-    long long left;
-    long long right;
-    if (readFew(a, left) && readFew(b, right)) return order(left, right);
+    std::int64_t left;
+    std::int64_t right;
+    if (readDigits(a, left) && readDigits(b, right)) return order(left, right);
     return order(std::strtoull(a, nullptr, 10), std::strtoull(b, nullptr, 10));
 }
 
 int compareSigned(const char* a, const char* b) noexcept
 {
-    long long left;
-    long long right;
-    if (readFew(a, left) && readFew(b, right)) return order(left, right);
+    std::int64_t left;
+    std::int64_t right;
+    if (readDigits(a, left) && readDigits(b, right)) return order(left, right);
     return order(std::strtoll(a, nullptr, 10), std::strtoll(b, nullptr, 10));
 }
 

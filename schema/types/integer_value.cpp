@@ -93,15 +93,11 @@ int compare(const Digits& a, const Digits& b) noexcept
     return a.negative ? -order : order;
 }
 
-// As strtol() reads it; what is only a few digits is read here.
-long readLong(const char* text) noexcept
+// As strtol() reads it; what is only digits is read here.
+std::int64_t readLong(const char* text) noexcept
 {
-    constexpr int kFew = 9;
-    long number = 0;
-    int count = 0;
-    for (; isDigit(text[count]) && count < kFew; ++count)
-        number = number * 10 + (text[count] - '0');
-    return text[count] == '\0' ? number : std::strtol(text, nullptr, 10);
+    std::int64_t number = 0;
+    return readDigits(text, number) ? number : std::strtol(text, nullptr, 10);
 }
 
 }  // namespace
@@ -111,7 +107,7 @@ bool smallInteger(Schema_BuiltinKind kind, const char* value) noexcept
 {
     const IntegerRange& range = rangeOf(kind);
     if (!hasShape(range, value)) return false;
-    const long number = readLong(value);
+    const std::int64_t number = readLong(value);
     return number >= readLong(range.minimum) && number <= readLong(range.maximum);
 }
 
@@ -122,6 +118,25 @@ bool largeInteger(Schema_BuiltinKind kind, const char* value) noexcept
     const Digits digits = digitsOf(value);
     return compare(digitsOf(range.minimum), digits) <= 0 &&
            compare(digitsOf(range.maximum), digits) >= 0;
+}
+
+bool readDigits(const char* text, std::int64_t& number) noexcept
+{
+    std::size_t count = 0;
+    for (number = 0; isDigit(text[count]) && count < kMostDigits; ++count)
+        number = number * 10 + (text[count] - '0');
+    return count != 0 && text[count] == '\0';
+}
+
+// A bound of more digits than that is beyond what they can say.
+DigitRange digitRange(Schema_BuiltinKind kind) noexcept
+{
+    const IntegerRange& range = rangeOf(kind);
+    DigitRange digits{0, INT64_MAX};
+    if (*range.minimum != '-') readDigits(range.minimum, digits.minimum);
+    if (*range.maximum == '-') digits.maximum = -1;
+    else if (!readDigits(range.maximum, digits.maximum)) digits.maximum = INT64_MAX;
+    return digits;
 }
 
 }  // namespace netxml

@@ -3,9 +3,11 @@
 #include "netxml/schema.h"
 #include "support/text_hash.hpp"
 
+#include <clocale>
 #include <cstdint>
 #include <cstring>
 #include <functional>
+#include <locale.h>
 
 namespace netxml {
 namespace {
@@ -17,57 +19,100 @@ bool run(const regex_t& compiled, const char* text) noexcept
     return regexec(&compiled, text, 0, nullptr, 0) == 0;
 }
 
+// Whether a category has the rules of C, in which ASCII characters are ordered by their codes.
+bool isPlain(int category) noexcept
+{
+    const char* name = std::setlocale(category, nullptr);
+    return name && (std::strcmp(name, "POSIX") == 0 ||
+                    (name[0] == 'C' && (name[1] == '\0' || name[1] == '.')));
+}
+
+// What a range in a bracket holds depends on the locale. It does not change while a cache lives.
+bool isPlainLocale() noexcept
+{
+    return uselocale(static_cast<locale_t>(nullptr)) == LC_GLOBAL_LOCALE && isPlain(LC_CTYPE) &&
+           isPlain(LC_COLLATE);
+}
+
 }  // namespace
+
+void Pattern::start(const char* pattern, bool tables) noexcept
+{
+    text_ = pattern;
+    form_ = Form::None;
+    table_ = tables ? PatternTable::make(pattern).release() : nullptr;
+}
+
+void Pattern::finish() noexcept
+{
+    if (form_ == Form::Usable) regfree(&compiled_);
+    heap::release(table_);
+}
+
+bool Pattern::matches(const char* text) noexcept
+{
+    if (table_) {
+        const PatternTable::Answer answer = table_->matches(text);
+        if (answer != PatternTable::Answer::Unsure) return answer == PatternTable::Answer::Yes;
+    }
+    if (form_ == Form::None)
+        form_ = regcomp(&compiled_, text_, kFlags) == 0 ? Form::Usable : Form::Broken;
+    return form_ == Form::Usable && run(compiled_, text);
+}
 
 PatternCache::~PatternCache() noexcept
 {
-    for (Entry* entry : buckets_) {
-        while (entry) {
-            Entry* next = entry->next;
-            if (entry->usable) regfree(&entry->compiled);
-            if (!isInline(entry)) heap::release(entry);
-            entry = next;
+    for (Pattern* pattern : buckets_) {
+        while (pattern) {
+            Pattern* next = pattern->next_;
+            pattern->finish();
+            if (!isInline(pattern)) heap::release(pattern);
+            pattern = next;
         }
     }
 }
 
+Pattern* PatternCache::find(const char* pattern) noexcept
+{
+    Pattern*& recent = recent_[reinterpret_cast<std::uintptr_t>(pattern) / 8 % kRecent];
+    if (!recent || recent->text_ != pattern) {
+        const std::size_t bucket = textHash(pattern) % kBuckets;
+        recent = search(pattern, bucket);
+        if (!recent) recent = add(pattern, bucket);
+    }
+    return recent;
+}
+
 bool PatternCache::matches(const char* pattern, const char* text) noexcept
 {
-    Entry*& recent = recent_[reinterpret_cast<std::uintptr_t>(pattern) / 8 % kRecent];
-    Entry* entry = recent;
-    if (!entry || entry->pattern != pattern) {
-        const std::size_t bucket = textHash(pattern) % kBuckets;
-        entry = find(pattern, bucket);
-        if (!entry) entry = add(pattern, bucket);
-        recent = entry;
-    }
-    if (!entry) return XML_IsMatchRegex(pattern, text) == 1;
-    return entry->usable && run(entry->compiled, text);
+    Pattern* known = find(pattern);
+    return known ? known->matches(text) : XML_IsMatchRegex(pattern, text) == 1;
 }
 
-PatternCache::Entry* PatternCache::find(const char* pattern, std::size_t bucket) const noexcept
+Pattern* PatternCache::search(const char* pattern, std::size_t bucket) const noexcept
 {
-    Entry* entry = buckets_[bucket];
-    while (entry && std::strcmp(entry->pattern, pattern) != 0) entry = entry->next;
-    return entry;
+    Pattern* known = buckets_[bucket];
+    while (known && std::strcmp(known->text_, pattern) != 0) known = known->next_;
+    return known;
 }
 
-PatternCache::Entry* PatternCache::add(const char* pattern, std::size_t bucket) noexcept
+Pattern* PatternCache::add(const char* pattern, std::size_t bucket) noexcept
 {
-    Entry* entry = inlineUsed_ < kInline ? &inline_[inlineUsed_++] : heap::make<Entry>().release();
-    if (!entry) return nullptr;
-    entry->pattern = pattern;
-    entry->usable = regcomp(&entry->compiled, pattern, kFlags) == 0;
-    entry->next = buckets_[bucket];
-    buckets_[bucket] = entry;
-    return entry;
+    if (inlineUsed_ == 0) tables_ = isPlainLocale();
+    Pattern* place =
+        inlineUsed_ < kInline ? &inline_[inlineUsed_++] : heap::make<Pattern>().release();
+    if (!place) return nullptr;
+    place->start(pattern, tables_);
+    place->next_ = buckets_[bucket];
+    buckets_[bucket] = place;
+    return place;
 }
 
 // std::less orders pointers into different blocks, too.
-bool PatternCache::isInline(const Entry* entry) const noexcept
+bool PatternCache::isInline(const Pattern* pattern) const noexcept
 {
-    const std::less<const Entry*> before;
-    return !before(entry, inline_) && before(entry, inline_ + kInline);
+    const std::less<const Pattern*> before;
+    return !before(pattern, inline_) && before(pattern, inline_ + kInline);
 }
 
 }  // namespace netxml

@@ -1,6 +1,7 @@
-// Regular expressions of the pattern facet, compiled once for as long as a cache of them lives.
+// Regular expressions of the pattern facet, made ready once for as long as a cache of them lives.
 #pragma once
 
+#include "schema/types/pattern_table.hpp"
 #include "support/heap.hpp"
 
 #include <cstddef>
@@ -9,6 +10,27 @@
 
 namespace netxml {
 
+// An expression that is ready to be asked. Simple ones are a table; the C library's form is made
+// when the table cannot tell.
+class Pattern {
+public:
+    // XML_IsMatchRegex() with this pattern.
+    bool matches(const char* text) noexcept;
+
+private:
+    friend class PatternCache;
+    enum class Form : std::uint8_t { None, Usable, Broken };
+
+    void start(const char* pattern, bool tables) noexcept;
+    void finish() noexcept;
+
+    Pattern* next_;
+    const char* text_;
+    PatternTable* table_;  // owned; nullptr: the pattern is not simple
+    Form form_;            // Broken: it does not compile, so nothing matches
+    regex_t compiled_;
+};
+
 class PatternCache {
 public:
     PatternCache() noexcept = default;
@@ -16,30 +38,27 @@ public:
     PatternCache& operator=(const PatternCache&) = delete;
     ~PatternCache() noexcept;
 
-    // XML_IsMatchRegex() for a pattern that lives as long as the cache. Where memory for keeping
-    // it runs out, the pattern is compiled for this once.
+    // The pattern of that text, which must live as long as the cache; nullptr when memory runs out.
+    Pattern* find(const char* pattern) noexcept;
+
+    // XML_IsMatchRegex() for such a pattern. Where memory for keeping it runs out, it is compiled
+    // for this once.
     bool matches(const char* pattern, const char* text) noexcept;
 
 private:
-    struct Entry {
-        Entry* next;
-        const char* pattern;
-        regex_t compiled;
-        bool usable;  // false: it does not compile, so nothing matches
-    };
     static constexpr std::size_t kBuckets = 32;
     static constexpr std::size_t kInline = 16;
-
-    Entry* find(const char* pattern, std::size_t bucket) const noexcept;
-    Entry* add(const char* pattern, std::size_t bucket) noexcept;
-    bool isInline(const Entry* entry) const noexcept;
-
     static constexpr std::size_t kRecent = 8;
 
-    Entry* buckets_[kBuckets] = {};
-    Entry* recent_[kRecent] = {};  // by the pattern's address
+    Pattern* search(const char* pattern, std::size_t bucket) const noexcept;
+    Pattern* add(const char* pattern, std::size_t bucket) noexcept;
+    bool isInline(const Pattern* pattern) const noexcept;
+
+    Pattern* buckets_[kBuckets] = {};
+    Pattern* recent_[kRecent] = {};  // by the address of the text
     std::size_t inlineUsed_ = 0;
-    Entry inline_[kInline];
+    bool tables_ = false;  // tables say what the C library would; known with the first pattern
+    Pattern inline_[kInline];
 };
 
 }  // namespace netxml

@@ -36,8 +36,6 @@ void ContentMatcher::accepted(OpenElement& element) noexcept
         std::uint8_t& seen = element.frame->seen[element.frame->particle];
         if (seen < 2) ++seen;
     }
-    const XML_DOM_Node* next = elementFrom(element.child.node->nextSibling);
-    element.child = makeSubject(next, element.defaultNamespace);
 }
 
 // Groups: begun, ended, and counted.
@@ -257,18 +255,15 @@ MatchStep ContentMatcher::endRun(OpenElement& element) noexcept
 // until that is complete.
 MatchStep ContentMatcher::run(OpenElement& element) noexcept
 {
-    LeafRun& run = element.run;
-    while (element.child) {
+    const LeafRun& run = element.run;
+    if (element.child) {
         const bool matches = runMatches(element);
         const bool isFull = run.count >= run.max && run.count != 0;
-        if (isFull && (!matches || !mayGoOn(element))) break;
-        if (!matches) {
-            if (!run.element || run.count >= run.min) break;
+        if (matches && (!isFull || mayGoOn(element))) return MatchStep::Check;
+        if (!matches && !isFull && run.element && run.count < run.min) {
             runTooShort(element);
             return MatchStep::Stop;
         }
-        if (element.wanted) return MatchStep::Check;
-        accepted(element);
     }
     if (occurs(run.count, run.min, run.max)) return MatchStep::Ended;
     if (run.element) wrongCount(element, run.final->name);

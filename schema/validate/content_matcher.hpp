@@ -12,7 +12,8 @@ namespace netxml {
 
 enum class [[nodiscard]] MatchStep{
     Ended,  // the group has ended without a violation
-    Check,  // the element's child is to be checked by `wanted`; then accepted() is to be called
+    Check,  // the element's child is to be checked by `wanted`, or to be passed over where that is
+            // nullptr; then accepted() is to be called
     Stop    // a violation or failure is recorded
 };
 
@@ -29,8 +30,8 @@ public:
     // Goes on with the groups that have been begun. Ended when there are none (any more).
     MatchStep advance(OpenElement& element) noexcept;
 
-    // The child has been checked: the next one is its sibling.
-    void accepted(OpenElement& element) noexcept;
+    // The child has been checked: it counts, and the caller goes on to the next one.
+    static void accepted(OpenElement& element) noexcept;
 
 private:
     [[nodiscard]] bool beginGroup(OpenElement& element, const Schema_ModelGroup& group,

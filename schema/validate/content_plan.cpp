@@ -29,10 +29,10 @@ private:
             return extends ? complexBase(type) : nullptr;
         }
         if (derivation.kind == SCHEMA_KIND_SIMPLE_RESTRICTION)
-            add(ContentPart{nullptr, nullptr, nullptr, &derivation});
+            add(ContentPart{nullptr, nullptr, nullptr, nullptr, &derivation});
         if (derivation.baseKind == SCHEMA_KIND_SIMPLE_TYPE) {
             const auto* value = static_cast<const Schema_SimpleType*>(derivation.base);
-            add(ContentPart{nullptr, nullptr, value, nullptr});
+            add(ContentPart{nullptr, nullptr, nullptr, value, nullptr});
         }
         return complexBase(type);
     }
@@ -41,7 +41,7 @@ private:
     {
         if (!model) return;
         plan_.hasModel = true;
-        add(ContentPart{nullptr, model, nullptr, nullptr});
+        add(ContentPart{nullptr, nullptr, model, nullptr, nullptr});
     }
 
     void add(ContentPart part) noexcept

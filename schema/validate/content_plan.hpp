@@ -6,10 +6,13 @@
 
 namespace netxml {
 
+struct ContentState;
+
 // One part of the content, in the order in which the parts are checked: the base's come first.
-// Exactly one of the pointers is set.
+// Exactly one of the pointers behind the first two is set.
 struct ContentPart {
     ContentPart* next;
+    ContentState* known;                 // how elements were matched with the model so far
     const Schema_ModelGroup* model;      // child elements
     const Schema_SimpleType* value;      // the text, by a simple type
     const Schema_Derivation* restricts;  // the text, by the facets of a restriction

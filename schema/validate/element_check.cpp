@@ -1,7 +1,6 @@
 #include "schema/validate/element_check.hpp"
 
 #include "schema/validate/declaration.hpp"
-#include "schema/validate/derivation.hpp"
 #include "support/bounded.hpp"
 
 #include <cstdint>
@@ -30,6 +29,14 @@ bool hasText(const XML_DOM_Node* node) noexcept
         if (child->type == XML_DOM_NODE_TEXT || child->type == XML_DOM_NODE_CDATA) return true;
     }
     return false;
+}
+
+// Whether an element has a text that is surely valid, and nothing else.
+bool isSurelyValid(const ElementFacts& facts, const XML_DOM_Node* node) noexcept
+{
+    const XML_DOM_Node* child = node->firstChild;
+    return facts.plan && !node->firstAttr && child && child->type == XML_DOM_NODE_TEXT &&
+           !child->nextSibling && facts.plan->holds(orEmpty(child->value));
 }
 
 }  // namespace
@@ -80,13 +87,15 @@ bool ElementCheck::unmatched(const Schema_ElementDecl& decl, const XML_DOM_Node*
 // The loop that stands for recursion: goes into each child that is to be checked, and back.
 bool ElementCheck::checkTree(const Schema_ElementDecl& decl, const Subject& subject) noexcept
 {
-    Begun begun = begin(decl, subject);
+    Begun begun = beginDeclared(decl, subject);
     while (begun != Begun::Stop && innermost_) {
-        bool child = false;
-        if (!finishContent(*innermost_, child)) return false;
-        if (child) {
-            begun = begin(*innermost_->wanted, innermost_->child);
-            if (begun == Begun::Done) content_.accepted(*innermost_);
+        OpenElement& element = *innermost_;
+        MatchStep step = takeKnown(element);
+        if (step == MatchStep::Stop) step = advance(element);
+        if (step == MatchStep::Stop) return false;
+        if (step == MatchStep::Check) {
+            begun = begin(*element.facts, element.child);
+            if (begun == Begun::Done) content_.accepted(element);
         } else {
             if (!close()) return false;
             if (innermost_) content_.accepted(*innermost_);
@@ -95,23 +104,43 @@ bool ElementCheck::checkTree(const Schema_ElementDecl& decl, const Subject& subj
     return begun != Begun::Stop;
 }
 
-// Goes on with an element's content until a child is to be checked (`child`), or to its end.
-bool ElementCheck::finishContent(OpenElement& element, bool& child) noexcept
+// Takes the children that are known at their place and surely valid: most of a document. Goes to
+// the first that is not, or to the end of the content; Stop where what comes is not known.
+MatchStep ElementCheck::takeKnown(OpenElement& element) noexcept
+{
+    if (!element.way.isKnown()) return MatchStep::Stop;
+    ContentState* state = element.way.state;
+    Subject child = element.child;
+    const ContentStep* step = nullptr;
+    for (; child; state = step->next, child = nextSubject(child, element.defaultNamespace)) {
+        step = state->find(child, wide_.has(child.node->home, Home::kFirstString));
+        if (!step || !step->wanted) break;
+        if (isSurelyValid(*step->wanted, child.node)) continue;
+        element.facts = step->wanted;
+        element.way.next = step->next;
+        break;
+    }
+    element.way.state = state;
+    element.child = child;
+    if (child) return step && step->wanted ? MatchStep::Check : MatchStep::Stop;
+    return state->mayEnd && !element.parts ? MatchStep::Ended : MatchStep::Stop;
+}
+
+// Goes on with an element's content to the next child that is to be checked, or to its end.
+MatchStep ElementCheck::advance(OpenElement& element) noexcept
 {
     for (;;) {
         const MatchStep step = content_.advance(element);
-        child = step == MatchStep::Check;
-        if (step != MatchStep::Ended) return child;
-        const ContentPart* part = element.parts;
-        if (!part) return true;
+        ContentPart* part = element.parts;
+        if (step != MatchStep::Ended || !part) return step;
         element.parts = part->next;
-        if (!checkPart(element, *part)) return false;
+        if (!checkPart(element, *part)) return MatchStep::Stop;
     }
 }
 
-bool ElementCheck::checkPart(OpenElement& element, const ContentPart& part) noexcept
+bool ElementCheck::checkPart(OpenElement& element, ContentPart& part) noexcept
 {
-    if (part.model) return content_.begin(element, *part.model);
+    if (part.model) return content_.begin(element, part);
     const char* text = firstText(element.node);
     if (part.value) return judge(values_.check(*part.value, text), element.node);
     return judge(values_.checkFacets(part.restricts->facets, part.restricts->facetCount, text),
@@ -123,16 +152,23 @@ bool ElementCheck::close() noexcept
 {
     const OpenElement& element = *innermost_;
     if (element.child) return verdict_.violate(SCHEMA_ERROR_ELEMENT_UNEXPECTED, element.child.node);
-    if (!attributes_.checkComplex(element.node, *element.type)) return false;
+    if (!checkAttributes(element.node, *element.type)) return false;
     const ChunkStack::Mark mark = element.memory;
     innermost_ = element.outer;
     memory_.release(mark);
     return true;
 }
 
+ElementCheck::Begun ElementCheck::begin(const ElementFacts& facts, const Subject& subject) noexcept
+{
+    if (isSurelyValid(facts, subject.node)) return Begun::Done;
+    if (facts.used && facts.type) return beginComplex(*facts.used, subject, *facts.type);
+    return beginDeclared(*facts.decl, subject);
+}
+
 // An abstract declaration gives way to the substitute that the element names.
-ElementCheck::Begun ElementCheck::begin(const Schema_ElementDecl& decl,
-                                        const Subject& subject) noexcept
+ElementCheck::Begun ElementCheck::beginDeclared(const Schema_ElementDecl& decl,
+                                                const Subject& subject) noexcept
 {
     const Schema_ElementDecl* used = resolve(&decl);
     if (used && used->abstract == 1) {
@@ -143,14 +179,13 @@ ElementCheck::Begun ElementCheck::begin(const Schema_ElementDecl& decl,
         }
         used = resolve(used);
     }
-    if (!used) {
-        verdict_.fail();
-        return Begun::Stop;
-    }
-    if (!used->type) return Begun::Done;
-    if (used->typeKind == SCHEMA_KIND_SIMPLE_TYPE)
+    if (used && !used->type) return Begun::Done;
+    if (used && used->typeKind == SCHEMA_KIND_SIMPLE_TYPE)
         return checkSimple(*used, subject.node) ? Begun::Done : Begun::Stop;
-    return beginComplex(*used, subject);
+    const ElementFacts* facts = used ? facts_.of(*used) : nullptr;
+    if (facts) return beginComplex(*used, subject, *facts->type);
+    verdict_.fail();
+    return Begun::Stop;
 }
 
 bool ElementCheck::checkSimple(const Schema_ElementDecl& decl, const XML_DOM_Node* node) noexcept
@@ -165,68 +200,69 @@ bool ElementCheck::checkSimple(const Schema_ElementDecl& decl, const XML_DOM_Nod
 }
 
 ElementCheck::Begun ElementCheck::beginComplex(const Schema_ElementDecl& decl,
-                                               const Subject& subject) noexcept
+                                               const Subject& subject, TypeFacts& facts) noexcept
 {
     const XML_DOM_Node* node = subject.node;
-    const auto& type = *static_cast<const Schema_ComplexType*>(decl.type);
-    if (!basesAreSound(type)) {
+    if (!facts.sound) {
         verdict_.fail();
         return Begun::Stop;
     }
     if (decl.nillable == 1 && !node->firstChild)
-        return attributes_.checkComplex(node, type) ? Begun::Done : Begun::Stop;
-    return open(decl, subject);
+        return checkAttributes(node, facts) ? Begun::Done : Begun::Stop;
+    if (!checkKindsOfChildren(decl, node, facts)) return Begun::Stop;
+    return open(decl, subject, facts);
 }
 
-// Lays the plan of the content and the element's record on the stack. An element with a fixed text
-// is done at once: once the kinds of its children are right, its content is not matched.
-ElementCheck::Begun ElementCheck::open(const Schema_ElementDecl& decl,
-                                       const Subject& subject) noexcept
+// Lays the element's record on the stack. An element with a fixed text is done at once: once the
+// kinds of its children are right, its content is not matched.
+ElementCheck::Begun ElementCheck::open(const Schema_ElementDecl& decl, const Subject& subject,
+                                       TypeFacts& facts) noexcept
 {
     const XML_DOM_Node* node = subject.node;
-    const auto& type = *static_cast<const Schema_ComplexType*>(decl.type);
-    const ChunkStack::Mark mark = memory_.mark();
-    const ContentPlan plan = planContent(type, memory_);
-    if (!plan.made) {
-        verdict_.fail();
-        return Begun::Stop;
-    }
-    if (!checkKindsOfChildren(decl, node, plan)) return Begun::Stop;
     if (decl.fixed == 1) {
-        memory_.release(mark);
-        const bool valid =
-            checkFixed(decl, node, firstText(node)) && attributes_.checkComplex(node, type);
+        const bool valid = checkFixed(decl, node, firstText(node)) && checkAttributes(node, facts);
         return valid ? Begun::Done : Begun::Stop;
     }
+    const ChunkStack::Mark mark = memory_.mark();
     auto* element = static_cast<OpenElement*>(memory_.allocate(sizeof(OpenElement)));
     if (!element) {
         verdict_.fail();
         return Begun::Stop;
     }
-    *element = OpenElement{};
     element->outer = innermost_;
     element->memory = mark;
     element->node = node;
     element->defaultNamespace = subject.defaultNamespace;
-    element->type = &type;
-    element->parts = plan.first;
+    element->type = &facts;
+    element->parts = facts.parts;
     element->child = makeSubject(elementFrom(node->firstChild), subject.defaultNamespace);
+    element->way.part = nullptr;
+    element->frame = nullptr;
+    element->run.active = false;
+    if (facts.parts && content_.beginKnown(*element, *facts.parts))
+        element->parts = facts.parts->next;
     innermost_ = element;
     return Begun::Open;
 }
 
-// Text only where the content is simple or mixed, elements only where there is a content model.
-// An element without either may have a text that is fixed.
+// Text only where there may be one, elements only where there is a content model.
 bool ElementCheck::checkKindsOfChildren(const Schema_ElementDecl& decl, const XML_DOM_Node* node,
-                                        const ContentPlan& plan) noexcept
+                                        const TypeFacts& facts) noexcept
 {
-    const auto& type = *static_cast<const Schema_ComplexType*>(decl.type);
-    bool textAllowed = type.mixed == 1;
-    if (type.derivation) textAllowed |= hasSimpleContent(*type.derivation);
-    else if (!type.content) textAllowed = decl.fixed == 1;
+    const bool textAllowed = facts.hasText || (facts.hasFixedText && decl.fixed == 1);
     if (!textAllowed && hasText(node)) return verdict_.violate(SCHEMA_ERROR_TEXT, node);
-    if (!plan.hasModel && elementFrom(node->firstChild))
+    if (!facts.hasModel && elementFrom(node->firstChild))
         return verdict_.violate(SCHEMA_ERROR_CHILD, node);
+    return true;
+}
+
+// Whether a type lets an element stand without attributes is the same for all its elements.
+bool ElementCheck::checkAttributes(const XML_DOM_Node* node, TypeFacts& facts) noexcept
+{
+    const bool isBare = !node->firstAttr;
+    if (isBare && facts.isValidBare) return true;
+    if (!attributes_.checkComplex(node, *facts.type)) return false;
+    facts.isValidBare |= isBare;
     return true;
 }
 
@@ -261,5 +297,5 @@ uint32_t Schema_ValidateXml(const XML_DOM_Node* documentElement, const Schema_Ro
                             Schema_ValidateResult* result)
 {
     if (!documentElement || !root || !result) return XML_RET_FAIL;
-    return netxml::ElementCheck{*root}.run(documentElement, *result);
+    return netxml::ElementCheck{*root, documentElement}.run(documentElement, *result);
 }

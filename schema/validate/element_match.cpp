@@ -24,7 +24,7 @@ const Schema_ElementDecl* ElementMatch::search(const Subject& subject) const noe
 
 const Schema_ElementDecl* ElementMatch::topLevel(const Subject& subject) noexcept
 {
-    Answer& answer = answers_[subject.hash % kAnswers];
+    Answer& answer = answers_[subject.hash() % kAnswers];
     if (!answer.name || !sameText(answer.name, subject.name()) ||
         !sameText(answer.namespaceName, subject.namespaceName))
         answer = Answer{subject.name(), subject.namespaceName, search(subject)};

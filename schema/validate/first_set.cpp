@@ -16,7 +16,7 @@ std::uint32_t FirstSets::pick(const Schema_ModelGroup& group, const Subject& sub
 std::uint32_t FirstSets::answer(const Schema_ModelGroup& group, const Subject& subject) noexcept
 {
     const std::size_t place = reinterpret_cast<std::uintptr_t>(&group) >> 3;
-    Answer& kept = answers_[(place ^ subject.hash) % kAnswers];
+    Answer& kept = answers_[(place ^ subject.hash()) % kAnswers];
     if (kept.group != &group || !sameText(kept.name, subject.name()) ||
         !sameText(kept.namespaceName, subject.namespaceName)) {
         const std::uint32_t picked = search(group, subject);

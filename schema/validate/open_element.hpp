@@ -3,9 +3,10 @@
 #pragma once
 
 #include "netxml/schema.h"
-#include "schema/validate/content_plan.hpp"
 #include "schema/validate/group_frame.hpp"
+#include "schema/validate/known_content.hpp"
 #include "schema/validate/subject.hpp"
+#include "schema/validate/type_facts.hpp"
 
 #include <cstdint>
 
@@ -23,17 +24,37 @@ struct LeafRun {
     bool repeatable;  // its group may repeat by it alone
 };
 
+// The known way through the content that is being checked.
+struct ContentWay {
+    ContentPart* part;           // nullptr: no content is being checked
+    const XML_DOM_Node* start;   // its first child
+    ContentState* state;         // nullptr: the way is lost
+    ContentState* next;          // behind the child that is being checked
+    const ContentState* frozen;  // where the matcher has been left to come back to
+    unsigned returns;            // to the start, so far
+    bool matching;               // what comes is not known: the matcher says
+
+    bool isKnown() const noexcept { return part && !matching; }
+};
+
 struct OpenElement {
     OpenElement* outer;
     ChunkStack::Mark memory;
     const XML_DOM_Node* node;
     const char* defaultNamespace;  // in scope of the children
-    const Schema_ComplexType* type;
-    ContentPart* parts;                // what is still to be checked
+    TypeFacts* type;
+    ContentPart* parts;  // what is still to be checked
+    ContentWay way;
     Subject child;                     // the next child element that nothing has taken
     GroupFrame* frame;                 // the innermost group that is being matched
     const Schema_ElementDecl* wanted;  // by which the child is to be checked next
+    const ElementFacts* facts;         // of that declaration
     LeafRun run;
 };
+
+inline void toNextChild(OpenElement& element) noexcept
+{
+    element.child = nextSubject(element.child, element.defaultNamespace);
+}
 
 }  // namespace netxml

@@ -32,16 +32,11 @@ Outcome outcomeOf(std::uint32_t valid) noexcept
 
 }  // namespace
 
-// A built-in type answers faster than a memory of its values.
 Outcome SimpleValue::check(const Schema_SimpleType& type, const char* value) noexcept
 {
     value = orEmpty(value);
-    if (type.kind != SCHEMA_BUILTIN_NONE) return walk(type, value);
-    const KnownValues::Key key{&type, value};
-    if (known_.holds(key)) return Outcome::Valid;
-    const Outcome outcome = walk(type, value);
-    if (outcome == Outcome::Valid) known_.add(key);
-    return outcome;
+    const ValuePlan* plan = plans_.of(type);
+    return plan && plan->holds(value) ? Outcome::Valid : walk(type, value);
 }
 
 // A walk over the type's members and bases with a stack of its own. A type that has been asked

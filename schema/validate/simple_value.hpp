@@ -3,7 +3,7 @@
 
 #include "netxml/schema.h"
 #include "schema/types/pattern.hpp"
-#include "schema/validate/known_values.hpp"
+#include "schema/validate/value_plan.hpp"
 #include "schema/validate/verdict.hpp"
 #include "support/chunk_stack.hpp"
 #include "support/walk_marks.hpp"
@@ -16,12 +16,19 @@ class SimpleValue {
 public:
     enum class [[nodiscard]] Outcome : std::uint8_t{Broken, Valid, Invalid};
 
-    explicit SimpleValue(ChunkStack& memory) noexcept : memory_{memory} {}
+    // `memory` is released to where it was after each check; `kept` keeps what is known of types.
+    SimpleValue(ChunkStack& memory, ChunkStack& kept) noexcept
+        : memory_{memory}, plans_{kept, patterns_}
+    {
+    }
 
     // Broken when memory runs out, or when the type leads in a circle, lacks a base or member, or
     // has a kind that does not exist. A NULL value is the empty text. When the value is invalid,
     // detail() says why.
     Outcome check(const Schema_SimpleType& type, const char* value) noexcept;
+
+    // What makes a value of the type surely valid; nullptr when there is no such plan.
+    const ValuePlan* plan(const Schema_SimpleType& type) noexcept { return plans_.of(type); }
 
     // Whether the value satisfies a list of facets: each of them, and one of the enumerations if
     // there are any. Broken when there are none where some should be.
@@ -50,7 +57,7 @@ private:
 
     ChunkStack& memory_;
     PatternCache patterns_;
-    KnownValues known_;
+    ValuePlans plans_;
     WalkMarks<64> marks_;
     char detail_[kDetailSize] = {};
 };

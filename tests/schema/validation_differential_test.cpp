@@ -26,6 +26,7 @@ namespace {
 
 constexpr unsigned kBrokenPercent = 4;
 constexpr unsigned kLongPercent = 4;
+constexpr unsigned kListPercent = 35;
 
 struct Outcome {
     uint32_t status = 0;
@@ -73,7 +74,9 @@ public:
         SchemaMaker maker{random, graph_};
         maker.make();
         if (random.percent(kLongPercent) && !maker.oneModel()) lengthenSchema(random, graph_);
-        instance_ = InstanceMaker{random, graph_}.make();
+        InstanceMaker instances{random, graph_};
+        instance_ =
+            random.percent(kListPercent) ? instances.makeList(addList(graph_)) : instances.make();
         belowRoot_ = random.percent(4);
         modelBroken_ = broken_ = maker.tooDeep();
         if (random.percent(kBrokenPercent)) {

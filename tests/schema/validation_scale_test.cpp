@@ -269,15 +269,16 @@ std::size_t allocationsFor(SchemaKit& kit, const std::string& document)
     return count;
 }
 
+// But for the table of a pattern, of which the configurations have one.
 TEST(ValidationMemory, AValidDocumentTakesNoneUnlessItIsLarge)
 {
     EverySchema schema;
-    EXPECT_EQ(allocationsFor(schema.kit, configuration(1, 0, 1)), 0u);
-    EXPECT_EQ(allocationsFor(schema.kit, configuration(500, 15, 8)), 0u)
+    EXPECT_EQ(allocationsFor(schema.kit, configuration(1, 0, 1)), 1u);
+    EXPECT_EQ(allocationsFor(schema.kit, configuration(500, 15, 8)), 1u)
         << "many, and 16 attributes";
     EXPECT_EQ(allocationsFor(schema.kit, "<all><c/><b/><a/></all>"), 0u);
-    EXPECT_EQ(allocationsFor(schema.kit, configuration(3, 16, 1)), 3u) << "17 attributes each";
-    EXPECT_EQ(allocationsFor(schema.kit, configuration(50, 0, 16)), 0u) << "16 levels";
+    EXPECT_EQ(allocationsFor(schema.kit, configuration(3, 16, 1)), 4u) << "17 attributes each";
+    EXPECT_EQ(allocationsFor(schema.kit, configuration(50, 0, 16)), 1u) << "16 levels";
     const std::size_t deep = allocationsFor(schema.kit, configuration(1, 0, 1000));
     EXPECT_GT(deep, 0u);
     EXPECT_LT(deep, 40u) << "pieces of 16 KiB for what is open";
@@ -318,6 +319,7 @@ TEST(ValidationMemory, AWideSchemaIsLearntOnce)
     EXPECT_LT(allocationsFor(kit, document + "</r>"), 10u) << "twice doubled, whatever comes";
 }
 
+// What only saves time may be missing; everything else ends the run.
 TEST(ValidationMemory, EveryAllocationMayFail)
 {
     EverySchema schema;
@@ -326,16 +328,19 @@ TEST(ValidationMemory, EveryAllocationMayFail)
         XML_DOM_Node* tree = treeOf(document);
         for (const std::size_t failures : {std::size_t{1}, FailingHeap::kForever}) {
             bool refused = true;
+            std::size_t spared = 0;
             for (std::size_t allowed = 0; refused; ++allowed) {
                 ASSERT_LT(allowed, 2000u);
                 Schema_ValidateResult result;
                 FailingHeap heap{allowed, failures};
                 const uint32_t status = Schema_ValidateXml(tree, &schema.kit.root(), &result);
                 refused = FailingHeap::refused();
-                ASSERT_EQ(status, refused ? XML_RET_FAIL : XML_RET_OK) << allowed;
+                ASSERT_EQ(status, refused && status != XML_RET_OK ? XML_RET_FAIL : XML_RET_OK);
+                spared += refused && status == XML_RET_OK;
                 ASSERT_EQ(result.code, SCHEMA_VALID);
                 ASSERT_EQ(FailingHeap::liveBlocks(), 0);
             }
+            EXPECT_LE(spared, 2u);
         }
         XML_DOM_DelNode(tree);
     }

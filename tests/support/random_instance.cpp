@@ -77,6 +77,39 @@ void InstanceMaker::addText(InstanceNode& node, std::string_view text)
 
 Instance InstanceMaker::make()
 {
+    Instance instance = makeUnchanged();
+    mutateSometimes(instance);
+    return instance;
+}
+
+Instance InstanceMaker::makeList(const Schema_ElementDecl& list)
+{
+    Instance whole;
+    whole.root.name = list.name;
+    whole.root.nameSpace = safe(list.namespaceName);
+    for (std::size_t count = random_.between(1, 8); count != 0; --count) {
+        room_ = 20;
+        Instance item = makeUnchanged();
+        whole.defaultNamespace = item.defaultNamespace;
+        whole.root.children.push_back(std::move(item.root));
+        if (random_.percent(30)) whole.root.children.push_back(whole.root.children.back());
+    }
+    Instance last;
+    last.root = std::move(whole.root.children.back());
+    mutateSometimes(last);
+    whole.root.children.back() = std::move(last.root);
+    if (random_.percent(5)) mutateSometimes(whole);
+    return whole;
+}
+
+void InstanceMaker::mutateSometimes(Instance& instance)
+{
+    for (std::size_t count = random_.weighted({60, 28, 8, 4}); count != 0; --count)
+        mutate(instance);
+}
+
+Instance InstanceMaker::makeUnchanged()
+{
     std::vector<const Schema_ElementDecl*> tops;
     for (const Schema_Object& object : graph_.top)
         if (object.kind == SCHEMA_KIND_ELEMENT && object.def)
@@ -90,8 +123,6 @@ Instance InstanceMaker::make()
     instance.root.nameSpace = within(top->namespaceName, nullptr);
     fill(instance.root, finalOf(top), 0);
     if (random_.percent(20)) instance.defaultNamespace = "urn:a";
-    for (std::size_t count = random_.weighted({60, 28, 8, 4}); count != 0; --count)
-        mutate(instance);
     return instance;
 }
 

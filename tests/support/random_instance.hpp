@@ -44,8 +44,12 @@ public:
     InstanceMaker(Random& random, const SchemaGraph& graph) : random_{random}, graph_{graph} {}
 
     Instance make();
+    // A list of documents as make() makes them, where only the last one may have been changed.
+    Instance makeList(const Schema_ElementDecl& list);
 
 private:
+    Instance makeUnchanged();
+    void mutateSometimes(Instance& instance);
     struct Use {
         const Schema_AttributeDecl* decl;
         const char* nameSpace;

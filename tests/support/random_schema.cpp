@@ -281,3 +281,29 @@ void SchemaMaker::makeDerivation(ComplexNode& node, std::size_t at)
     addGroups(derivation.attributeGroups, attributeGroups_);
     record.anyAttribute = attributeWildcard();
 }
+
+const Schema_ElementDecl& addList(SchemaGraph& graph)
+{
+    GroupNode& group = graph.groups.emplace_back();
+    group.record.compositor = SCHEMA_COMPOSITOR_CHOICE;
+    group.record.maxOccurs = SCHEMA_UNBOUNDED;
+    for (const Schema_Object& object : graph.top) {
+        if (object.kind != SCHEMA_KIND_ELEMENT || !object.def) continue;
+        Schema_ElementDecl& reference = graph.elements.emplace_back();
+        reference.ref = static_cast<const Schema_ElementDecl*>(object.def);
+        reference.maxOccurs = group.particles.empty() ? SCHEMA_UNBOUNDED : 1;
+        group.particles.push_back({&reference, SCHEMA_KIND_ELEMENT});
+    }
+    // Of one element it is a plain list.
+    if (group.particles.size() == 1) group.record.maxOccurs = 1;
+    ComplexNode& type = graph.complexTypes.emplace_back();
+    type.record.content = &group.record;
+    Schema_ElementDecl& list = graph.elements.emplace_back();
+    list.name = "list";
+    list.type = &type.record;
+    list.typeKind = SCHEMA_KIND_COMPLEX_TYPE;
+    list.minOccurs = list.maxOccurs = 1;
+    graph.top.push_back({&list, SCHEMA_KIND_ELEMENT});
+    graph.sync();
+    return list;
+}

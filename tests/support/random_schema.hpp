@@ -66,6 +66,9 @@ private:
     std::vector<const Decl*> local_;
 };
 
+// Adds a top-level element that holds any number of the others, in any order.
+const Schema_ElementDecl& addList(SchemaGraph& graph);
+
 // Adds a long chain or a long array to a schema.
 void lengthenSchema(Random& random, SchemaGraph& graph);
 
