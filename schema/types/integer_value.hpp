@@ -14,8 +14,8 @@ bool smallInteger(Schema_BuiltinKind kind, const char* value) noexcept;
 // int and all larger ones: compared as text, without conversion.
 bool largeInteger(Schema_BuiltinKind kind, const char* value) noexcept;
 
-// What a text of 1 to 18 digits, and nothing else, may be worth in one of these types: minimum above
-// maximum where it is always refused.
+// What a text of 1 to 18 digits, and nothing else, may be worth in one of these types: minimum
+// above maximum where it is always refused.
 struct DigitRange {
     std::int64_t minimum;
     std::int64_t maximum;
