@@ -65,9 +65,9 @@ private:
             const Slot& slot = slots_[i];
             if (slot.record) place(larger.get(), size, slot.record) = slot;
         }
-        slots_ = larger.get();
-        size_ = size;
         heap_ = std::move(larger);
+        slots_ = heap_.get();
+        size_ = size;
         return true;
     }
 

@@ -123,7 +123,7 @@ bool largeInteger(Schema_BuiltinKind kind, const char* value) noexcept
 bool readDigits(const char* text, std::int64_t& number) noexcept
 {
     std::size_t count = 0;
-    for (number = 0; isDigit(text[count]) && count < kMostDigits; ++count)
+    for (number = 0; count < kMostDigits && isDigit(text[count]); ++count)
         number = number * 10 + (text[count] - '0');
     return count != 0 && text[count] == '\0';
 }
