@@ -43,6 +43,7 @@ Converted converted(XML_IO_OutStream* stream, const char* text) noexcept
 
 // One start tag on its way into a tree. What it declares and looks up is kept in an index of its
 // own, so that many declarations and attributes take time in proportion.
+// Kept: the index is for one event, because a caller may change the tree before the next one.
 class StartEvent {
 public:
     explicit StartEvent(XML_SAX_Builder& builder) noexcept

@@ -174,7 +174,9 @@ XML_API XML_DOM_Node* XML_DOM_BuildTreeByFile(const char* path, uint32_t errorTe
 /**
  * What the XML_SAX_ callbacks work on: set up one, put it into XML_SAX_Handler::userData next to
  * the callbacks below, and a parse with that handler builds a tree. So a caller can watch or filter
- * the events on their way into the tree.
+ * the events on their way into the tree, and change the tree between them. A prefix is therefore
+ * looked up in the tree as it stands, from the element up to its declaration: deep trees cost more
+ * so than with XML_DOM_BuildTreeByMem(), which keeps an index.
  */
 typedef struct XML_SAX_Builder {
     XML_DOM_Node* root;               /**< NULL at first; then the root, the caller's */

@@ -18,7 +18,7 @@ bool mayBeEmpty(Schema_BuiltinKind kind) noexcept
 
 void explainInvalid(const char* value, const char* typeName, std::uint32_t size, char* to) noexcept
 {
-    const std::size_t quoted = size > kSentenceRoom ? size - kSentenceRoom : size;
+    const std::size_t quoted = size >= kSentenceRoom ? size - kSentenceRoom : size;
     formatTexts(to, size, "%s is an invalid value of %s type value.", {{value, quoted}, typeName});
 }
 

@@ -14,17 +14,35 @@ namespace {
 
 constexpr int kFlags = REG_EXTENDED | REG_NOSUB;
 
-bool run(const regex_t& compiled, const char* text) noexcept
+Pattern::Answer run(const regex_t& compiled, const char* text) noexcept
 {
-    return regexec(&compiled, text, 0, nullptr, 0) == 0;
+    const int status = regexec(&compiled, text, 0, nullptr, 0);
+    if (status == REG_ESPACE) return Pattern::Answer::NoMemory;
+    return status == 0 ? Pattern::Answer::Yes : Pattern::Answer::No;
+}
+
+// Compiles a pattern for one text. A pattern that does not compile matches nothing.
+Pattern::Answer runOnce(const char* pattern, const char* text) noexcept
+{
+    regex_t compiled;
+    const int status = regcomp(&compiled, pattern, kFlags);
+    if (status == REG_ESPACE) return Pattern::Answer::NoMemory;
+    if (status != 0) return Pattern::Answer::No;
+    const Pattern::Answer answer = run(compiled, text);
+    regfree(&compiled);
+    return answer;
 }
 
 // Whether a category has the rules of C, in which ASCII characters are ordered by their codes.
 bool isPlain(int category) noexcept
 {
     const char* name = std::setlocale(category, nullptr);
-    return name && (std::strcmp(name, "POSIX") == 0 ||
-                    (name[0] == 'C' && (name[1] == '\0' || name[1] == '.')));
+    if (!name) return false;
+#if defined(__GLIBC__)
+    // Elsewhere C.UTF-8 refuses texts that are not UTF-8.
+    if (std::strncmp(name, "C.", 2) == 0) return true;
+#endif
+    return std::strcmp(name, "C") == 0 || std::strcmp(name, "POSIX") == 0;
 }
 
 // What a range in a bracket holds depends on the locale. It does not change while a cache lives.
@@ -36,11 +54,12 @@ bool isPlainLocale() noexcept
 
 }  // namespace
 
-void Pattern::start(const char* pattern, bool tables) noexcept
+void Pattern::start(const char* pattern, bool mayBeTable) noexcept
 {
     text_ = pattern;
+    table_ = nullptr;
+    mayBeTable_ = mayBeTable;
     form_ = Form::None;
-    table_ = tables ? PatternTable::make(pattern).release() : nullptr;
 }
 
 void Pattern::finish() noexcept
@@ -49,15 +68,28 @@ void Pattern::finish() noexcept
     heap::release(table_);
 }
 
-bool Pattern::matches(const char* text) noexcept
+Pattern::Answer Pattern::matches(const char* text) noexcept
 {
+    if (mayBeTable_) {
+        mayBeTable_ = false;
+        table_ = PatternTable::make(text_).release();
+    }
     if (table_) {
         const PatternTable::Answer answer = table_->matches(text);
-        if (answer != PatternTable::Answer::Unsure) return answer == PatternTable::Answer::Yes;
+        if (answer != PatternTable::Answer::Unsure)
+            return answer == PatternTable::Answer::Yes ? Answer::Yes : Answer::No;
     }
-    if (form_ == Form::None)
-        form_ = regcomp(&compiled_, text_, kFlags) == 0 ? Form::Usable : Form::Broken;
-    return form_ == Form::Usable && run(compiled_, text);
+    return ask(text);
+}
+
+Pattern::Answer Pattern::ask(const char* text) noexcept
+{
+    if (form_ == Form::None) {
+        const int status = regcomp(&compiled_, text_, kFlags);
+        if (status == REG_ESPACE) return Answer::NoMemory;
+        form_ = status == 0 ? Form::Usable : Form::Broken;
+    }
+    return form_ == Form::Usable ? run(compiled_, text) : Answer::No;
 }
 
 PatternCache::~PatternCache() noexcept
@@ -86,7 +118,9 @@ Pattern* PatternCache::find(const char* pattern) noexcept
 bool PatternCache::matches(const char* pattern, const char* text) noexcept
 {
     Pattern* known = find(pattern);
-    return known ? known->matches(text) : XML_IsMatchRegex(pattern, text) == 1;
+    const Pattern::Answer answer = known ? known->matches(text) : runOnce(pattern, text);
+    if (answer == Pattern::Answer::NoMemory) ranOut_ = true;
+    return answer == Pattern::Answer::Yes;
 }
 
 Pattern* PatternCache::search(const char* pattern, std::size_t bucket) const noexcept
@@ -119,9 +153,6 @@ bool PatternCache::isInline(const Pattern* pattern) const noexcept
 
 uint32_t XML_IsMatchRegex(const char* pattern, const char* text)
 {
-    regex_t compiled;
-    if (!pattern || !text || regcomp(&compiled, pattern, netxml::kFlags) != 0) return 0;
-    const bool matched = netxml::run(compiled, text);
-    regfree(&compiled);
-    return matched ? 1 : 0;
+    if (!pattern || !text) return 0;
+    return netxml::runOnce(pattern, text) == netxml::Pattern::Answer::Yes ? 1 : 0;
 }

@@ -14,19 +14,23 @@ namespace netxml {
 // when the table cannot tell.
 class Pattern {
 public:
-    // XML_IsMatchRegex() with this pattern.
-    bool matches(const char* text) noexcept;
+    enum class [[nodiscard]] Answer : std::uint8_t{No, Yes, NoMemory};
+
+    // XML_IsMatchRegex() with this pattern, where it may be told apart that memory has run out.
+    Answer matches(const char* text) noexcept;
 
 private:
     friend class PatternCache;
     enum class Form : std::uint8_t { None, Usable, Broken };
 
-    void start(const char* pattern, bool tables) noexcept;
+    void start(const char* pattern, bool mayBeTable) noexcept;
     void finish() noexcept;
+    Answer ask(const char* text) noexcept;
 
     Pattern* next_;
     const char* text_;
-    PatternTable* table_;  // owned; nullptr: the pattern is not simple
+    PatternTable* table_;  // owned; nullptr: not made
+    bool mayBeTable_;      // one is to be made when the pattern is first asked
     Form form_;            // Broken: it does not compile, so nothing matches
     regex_t compiled_;
 };
@@ -45,6 +49,9 @@ public:
     // for this once.
     bool matches(const char* pattern, const char* text) noexcept;
 
+    // Whether memory has run out in matches(): then what it said may be wrong.
+    bool ranOut() const noexcept { return ranOut_; }
+
 private:
     static constexpr std::size_t kBuckets = 32;
     static constexpr std::size_t kInline = 16;
@@ -57,6 +64,7 @@ private:
     Pattern* buckets_[kBuckets] = {};
     Pattern* recent_[kRecent] = {};  // by the address of the text
     std::size_t inlineUsed_ = 0;
+    bool ranOut_ = false;
     bool tables_ = false;  // tables say what the C library would; known with the first pattern
     Pattern inline_[kInline];
 };

@@ -189,7 +189,9 @@ private:
         const char* start = at_;
         for (; *at_ != ']' || at_ == start; ++at_) {
             const char from = *at_;
-            if (!isPlain(from)) return false;
+            // Between others a hyphen is no character of its own, and regcomp() refuses it.
+            const bool isHyphen = from == '-' && at_ != start && at_[1] != ']';
+            if (!isPlain(from) || isHyphen) return false;
             char to = from;
             if (at_[1] == '-' && at_[2] != ']') {
                 to = at_[2];

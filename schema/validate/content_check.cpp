@@ -37,7 +37,7 @@ void endMatching(OpenElement& element) noexcept
 bool ContentCheck::begin(OpenElement& element, ContentPart& part) noexcept
 {
     if (beginKnown(element, part)) return true;
-    ContentState* first = known_.begin(part);
+    ContentState* first = part.memory ? known_.begin(*part.memory) : nullptr;
     element.way = ContentWay{&part, element.child.node, first, nullptr, nullptr, 0, true};
     return matcher_.begin(element, *part.model);
 }
@@ -56,7 +56,8 @@ MatchStep ContentCheck::advance(OpenElement& element) noexcept
 MatchStep ContentCheck::follow(OpenElement& element) noexcept
 {
     ContentWay& way = element.way;
-    const ContentStep* step = element.child ? way.state->find(element.child, false) : nullptr;
+    const ContentStep* step =
+        element.child ? known_.find(*way.state, element.child, false) : nullptr;
     if (step && step->next) {
         way.next = step->next;
         element.facts = step->wanted;
@@ -107,7 +108,7 @@ void ContentCheck::learn(OpenElement& element) noexcept
     ContentWay& way = element.way;
     if (way.state) {
         ContentState* same = isOneMore(element) ? way.state : nullptr;
-        way.state = known_.learn(*way.state, element.child, element.facts, same);
+        way.state = known_.learn(*way.part->memory, *way.state, element.child, element.facts, same);
         if (same && way.state == same && way.returns < kMostReturns) {
             way.frozen = same;
             way.matching = false;

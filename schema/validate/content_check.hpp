@@ -23,9 +23,16 @@ public:
     // Begins with a part where something is known of it; false, and nothing is begun, elsewhere.
     bool beginKnown(OpenElement& element, ContentPart& part) noexcept
     {
-        if (!part.known || part.known->isNew()) return false;
-        element.way = ContentWay{&part, element.child.node, part.known, nullptr, nullptr, 0, false};
+        ContentState* first = part.memory ? part.memory->first : nullptr;
+        if (!first || first->isNew()) return false;
+        element.way = ContentWay{&part, element.child.node, first, nullptr, nullptr, 0, false};
         return true;
+    }
+
+    // What is known of the element's child where the way has come to; nullptr: nothing.
+    const ContentStep* find(const ContentState& at, const Subject& child, bool wide) noexcept
+    {
+        return known_.find(at, child, wide);
     }
 
     // Check: the child is to be checked by `facts`; then accepted() is to be called. Ended when

@@ -54,10 +54,11 @@ private:
         part.next = plan_.first;
         *place = part;
         plan_.first = place;
+        ++plan_.partCount;
     }
 
     ChunkStack& memory_;
-    ContentPlan plan_{nullptr, false, true};
+    ContentPlan plan_{nullptr, false, 0, true};
 };
 
 }  // namespace

@@ -91,10 +91,14 @@ bool ElementCheck::checkTree(const Schema_ElementDecl& decl, const Subject& subj
     while (begun != Begun::Stop && innermost_) {
         OpenElement& element = *innermost_;
         MatchStep step = takeKnown(element);
-        if (step == MatchStep::Stop) step = advance(element);
-        if (step == MatchStep::Stop) return false;
+        bool isSure = false;  // takeKnown() has asked that of its child
+        if (step == MatchStep::Stop) {
+            step = advance(element);
+            if (step == MatchStep::Stop) return false;
+            isSure = step == MatchStep::Check && isSurelyValid(*element.facts, element.child.node);
+        }
         if (step == MatchStep::Check) {
-            begun = begin(*element.facts, element.child);
+            begun = isSure ? Begun::Done : begin(*element.facts, element.child);
             if (begun == Begun::Done) content_.accepted(element);
         } else {
             if (!close()) return false;
@@ -113,7 +117,7 @@ MatchStep ElementCheck::takeKnown(OpenElement& element) noexcept
     Subject child = element.child;
     const ContentStep* step = nullptr;
     for (; child; state = step->next, child = nextSubject(child, element.defaultNamespace)) {
-        step = state->find(child, wide_.has(child.node->home, Home::kFirstString));
+        step = content_.find(*state, child, wide_.has(child.node->home, Home::kFirstString));
         if (!step || !step->wanted) break;
         if (isSurelyValid(*step->wanted, child.node)) continue;
         element.facts = step->wanted;
@@ -161,7 +165,6 @@ bool ElementCheck::close() noexcept
 
 ElementCheck::Begun ElementCheck::begin(const ElementFacts& facts, const Subject& subject) noexcept
 {
-    if (isSurelyValid(facts, subject.node)) return Begun::Done;
     if (facts.used && facts.type) return beginComplex(*facts.used, subject, *facts.type);
     return beginDeclared(*facts.decl, subject);
 }
@@ -239,6 +242,14 @@ ElementCheck::Begun ElementCheck::open(const Schema_ElementDecl& decl, const Sub
     element->way.part = nullptr;
     element->frame = nullptr;
     element->run.active = false;
+    if (facts.isLong) {
+        const ContentPlan plan = planContent(*facts.type, memory_);
+        if (!plan.made) {
+            verdict_.fail();
+            return Begun::Stop;
+        }
+        element->parts = plan.first;
+    }
     if (facts.parts && content_.beginKnown(*element, *facts.parts))
         element->parts = facts.parts->next;
     innermost_ = element;

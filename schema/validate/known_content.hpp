@@ -15,6 +15,33 @@
 
 namespace netxml {
 
+// Namespaces by address: texts that are the same get the address of the first, so that comparing
+// them takes no time. Beyond a few different ones each address stands for itself, which makes what
+// is known by it be learnt again.
+class NamespaceNames {
+public:
+    // nullptr for none, and for the empty one.
+    const char* idOf(const char* name) noexcept
+    {
+        if (name == asked_) return id_;
+        asked_ = name;
+        id_ = name && *name != '\0' ? find(name) : nullptr;
+        return id_;
+    }
+
+private:
+    static constexpr std::size_t kInline = 32;
+    static constexpr std::size_t kMostTexts = 16;
+
+    const char* find(const char* name) noexcept;
+
+    const char* asked_ = nullptr;
+    const char* id_ = nullptr;
+    PointerMap<const char*, kInline> ids_;
+    const char* texts_[kMostTexts] = {};
+    std::size_t textCount_ = 0;
+};
+
 // A name that others are compared with. Those with room behind them are compared in two words.
 class KnownName {
 public:
@@ -42,6 +69,8 @@ public:
     }
 
 private:
+    static_assert(2 * sizeof(std::uint64_t) <= kSpanSlack);
+
     const char* name_;
     std::uint64_t words_[2];
     std::uint64_t masks_[2];  // of the bytes that count, the NUL among them
@@ -52,7 +81,7 @@ private:
 struct ContentStep {
     ContentStep* other;  // from the same state
     KnownName name;
-    const char* namespaceName;
+    const char* namespaceId;
     const ElementFacts* wanted;  // by which it is checked; nullptr: it is not
     ContentState* next;          // nullptr: the content has ended before this child
 };
@@ -65,11 +94,10 @@ struct ContentState {
     bool isNew() const noexcept { return !steps && !mayEnd; }
 
     // The step of a child, or nullptr. `wide`: two words of its name may be read.
-    const ContentStep* find(const Subject& child, bool wide) const noexcept
+    const ContentStep* find(const char* name, bool wide, const char* namespaceId) const noexcept
     {
         const ContentStep* step = steps;
-        while (step && !(step->name.is(child.name(), wide) &&
-                         sameText(step->namespaceName, child.namespaceName)))
+        while (step && (step->namespaceId != namespaceId || !step->name.is(name, wide)))
             step = step->other;
         return step;
     }
@@ -82,29 +110,36 @@ public:
     explicit KnownContent(ChunkStack& kept) noexcept : kept_{kept} {}
 
     // The state before the first child; nullptr when there is no room.
-    ContentState* begin(ContentPart& part) noexcept
+    ContentState* begin(ModelMemory& memory) noexcept
     {
-        if (!part.known) part.known = newState();
-        return part.known;
+        if (!memory.first) memory.first = newState(memory);
+        return memory.first;
+    }
+
+    const ContentStep* find(const ContentState& at, const Subject& child, bool wide) noexcept
+    {
+        return at.find(child.name(), wide, names_.idOf(child.namespaceName));
     }
 
     // Notes that from a state the child was taken for `wanted`, and gives the state behind it:
     // `next`, or a new one where that is nullptr. nullptr when there is no room.
-    ContentState* learn(ContentState& at, const Subject& child, const ElementFacts* wanted,
-                        ContentState* next) noexcept;
+    ContentState* learn(ModelMemory& memory, ContentState& at, const Subject& child,
+                        const ElementFacts* wanted, ContentState* next) noexcept;
 
     // Notes that the content ends in a state: with no child left, or before the child.
     void learnEnd(ContentState& at, const Subject& child) noexcept;
 
 private:
     static constexpr unsigned kMostSteps = 16;     // from a state
+    static constexpr unsigned kModelStates = 64;   // of a model
     static constexpr unsigned kMostStates = 1024;  // in all
 
-    ContentState* newState() noexcept;
+    ContentState* newState(ModelMemory& memory) noexcept;
     bool add(ContentState& at, const Subject& child, const ElementFacts* wanted,
              ContentState* next) noexcept;
 
     ChunkStack& kept_;
+    NamespaceNames names_;
     unsigned stateCount_ = 0;
 };
 

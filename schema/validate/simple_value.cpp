@@ -120,6 +120,7 @@ Outcome SimpleValue::checkFacets(const Schema_Facet* facets, std::uint32_t count
     for (std::uint32_t i = 0; i < count; ++i) {
         const bool isEnumeration = facets[i].kind == SCHEMA_FACET_ENUMERATION;
         const bool holds = facetHolds(facets[i], value, sizeof detail_, detail_, &patterns_);
+        if (!holds && patterns_.ranOut()) return Outcome::Broken;
         if (!holds && !isEnumeration) return Outcome::Invalid;
         enumerated |= isEnumeration;
         matched |= isEnumeration && holds;

@@ -16,6 +16,32 @@ void addText(TypeFacts& facts) noexcept
     if (type.derivation && hasSimpleContent(*type.derivation)) facts.hasText = true;
 }
 
+// More parts than that are not kept: each type of a chain has those of all its bases.
+constexpr unsigned kMostParts = 32;
+
+// Room for what will be known of the models.
+bool addMemories(TypeFacts& facts, ChunkStack& kept) noexcept
+{
+    for (ContentPart* part = facts.parts; part; part = part->next) {
+        if (!part->model) continue;
+        part->memory = static_cast<ModelMemory*>(kept.allocate(sizeof(ModelMemory)));
+        if (!part->memory) return false;
+        *part->memory = ModelMemory{};
+    }
+    return true;
+}
+
+bool addContent(TypeFacts& facts, ChunkStack& kept) noexcept
+{
+    const ChunkStack::Mark mark = kept.mark();
+    const ContentPlan plan = planContent(*facts.type, kept);
+    facts.hasModel = plan.hasModel;
+    facts.isLong = plan.partCount > kMostParts;
+    if (facts.isLong) kept.release(mark);
+    else facts.parts = plan.first;
+    return plan.made && addMemories(facts, kept);
+}
+
 }  // namespace
 
 TypeFacts* TypeFactsTable::add(const Schema_ComplexType& type) noexcept
@@ -26,10 +52,7 @@ TypeFacts* TypeFactsTable::add(const Schema_ComplexType& type) noexcept
     facts->type = &type;
     facts->sound = basesAreSound(type);
     if (facts->sound) {
-        const ContentPlan plan = planContent(type, kept_);
-        if (!plan.made) return nullptr;
-        facts->parts = plan.first;
-        facts->hasModel = plan.hasModel;
+        if (!addContent(*facts, kept_)) return nullptr;
         addText(*facts);
     }
     TypeFacts** place = facts_.add(&type);

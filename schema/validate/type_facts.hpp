@@ -9,7 +9,8 @@ namespace netxml {
 
 struct TypeFacts {
     const Schema_ComplexType* type;
-    ContentPart* parts;  // nullptr: nothing is checked
+    ContentPart* parts;  // nullptr: nothing is checked, or it is planned for each element
+    bool isLong;         // the latter: many bases share their parts
     bool sound;          // its bases are; else nothing more is known
     bool hasModel;       // child elements may stand
     bool hasText;        // text may stand

@@ -21,7 +21,7 @@ bool isAny(const ValuePlan* member, const char* value) noexcept
 
 bool ValueTest::holds(const char* value, std::size_t size) const noexcept
 {
-    if (pattern) return pattern->matches(value);
+    if (pattern) return pattern->matches(value) == Pattern::Answer::Yes;
     for (std::size_t i = 0; i < count; ++i) {
         if (texts[i].size == size && std::memcmp(texts[i].data, value, size) == 0) return true;
     }

@@ -27,6 +27,9 @@ public:
 
 private:
     static constexpr unsigned kMostLevels = 16;
+    // Members, tests and the texts of enumerations altogether: what many share they must not each
+    // have a copy of.
+    static constexpr std::size_t kMostRecords = 1024;
 
     // Calls itself through addMembers(), once: the members of a union that is a member have no
     // plan.
@@ -159,9 +162,7 @@ private:
     bool addEnumeration(ValuePlan& plan, Facets facets, std::size_t count) noexcept
     {
         auto* test = record<ValueTest>();
-        auto* texts = count < SIZE_MAX / 4 / sizeof(ValueTest::Text)
-                          ? record<ValueTest::Text>(count)
-                          : nullptr;
+        auto* texts = record<ValueTest::Text>(count);
         if (!test || !texts) return false;
         *test = ValueTest{plan.tests, nullptr, texts, count};
         plan.tests = test;
@@ -177,22 +178,30 @@ private:
     template <class Record>
     Record* record(std::size_t count = 1) noexcept
     {
+        if (count > kMostRecords - records_) return nullptr;
+        records_ += count;
         return static_cast<Record*>(kept_.allocate(count * sizeof(Record)));
     }
 
     ChunkStack& kept_;
     PatternCache& patterns_;
+    std::size_t records_ = 0;
 };
 
 }  // namespace
 
-// That there is no plan is kept, too. What an attempt has left in the memory stays there.
+// That there is no plan is kept, too.
 const ValuePlan* ValuePlans::add(const Schema_SimpleType& type) noexcept
 {
+    const ChunkStack::Mark mark = kept_.mark();
     const ValuePlan* made = Planner{kept_, patterns_}.make(type);
     const ValuePlan** place = plans_.add(&type);
-    if (place) *place = made;
-    return made;
+    if (made && place) {
+        *place = made;
+        return made;
+    }
+    kept_.release(mark);
+    return nullptr;
 }
 
 }  // namespace netxml

@@ -115,13 +115,13 @@ TEST(CheckBaseType, OtherFieldsDoNotMatter)
     EXPECT_STREQ(buffer, "byte cannot be empty.");
 }
 
-// From 112 on there is room for the sentence, and the rest is for the value.
+// From 111 on there is room for the sentence, and the rest is for the value.
 TEST(CheckBaseType, QuotesAsMuchOfTheValueAsFits)
 {
     const std::string kTail = " is an invalid value of nonPositiveInteger type value.";
     for (const std::size_t length : {1u, 2u, 100u, 400u, 401u, 402u, 700u, 100000u}) {
         const std::string value(length, 'x');
-        for (uint32_t size = 112; size <= 600; ++size) {
+        for (uint32_t size = 111; size <= 600; ++size) {
             const std::string expected = value.substr(0, size - 111) + kTail;
             ASSERT_EQ(sentenceFor(13, value.c_str(), size), expected) << length << " in " << size;
             std::string plain;
@@ -137,18 +137,19 @@ TEST(CheckBaseType, IsCutAtEverySize)
     const std::string invalid = "70000 is an invalid value of unsignedShort type value.";
     const std::string empty = "unsignedShort cannot be empty.";
     for (uint32_t size = 1; size <= 600; ++size) {
-        if (size < 112 || size >= 116) {  // between them the value is quoted in part
+        if (size < 111 || size >= 116) {  // between them the value is quoted in part
             EXPECT_EQ(sentenceFor(6, "70000", size), plainCut(invalid, size)) << size;
         }
         EXPECT_EQ(sentenceFor(6, "", size), plainCut(empty, size)) << size;
     }
+    EXPECT_EQ(sentenceFor(6, "70000", 111), " is an invalid value of unsignedShort type value.");
     EXPECT_EQ(sentenceFor(6, "70000", 114), "700 is an invalid value of unsignedShort type value.");
 }
 
 TEST(CheckBaseType, NothingIsWrittenBeyondASmallBuffer)
 {
     const std::string value(1000, '!');
-    for (uint32_t size = 1; size < 112; ++size) {
+    for (uint32_t size = 1; size < 111; ++size) {
         for (uint32_t kind = 0; kind < 48; ++kind) {
             if (kind == 1 || kind == 28) continue;
             const std::string text = sentenceFor(kind, value.c_str(), size);

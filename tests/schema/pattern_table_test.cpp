@@ -73,6 +73,10 @@ constexpr const char* kNotSimple[] = {
     "[a",
     "[z-a]",
     "[a--]",
+    "[a-c-e]",
+    "[0-9-_]",
+    "[^a-b-c]",
+    "[a-c--/]",
     "[+--]",
     "a{0}",
     "a{0,0}",
@@ -221,11 +225,19 @@ private:
         switch (roll(depth < 3 ? 8 : 6)) {
         case 0: return ".";
         case 1: return "\\.";
-        case 2: return brackets[roll(6)];
+        case 2: return roll(2) == 0 ? brackets[roll(6)] : bracket();
         case 6:
         case 7: return "(" + alternatives(depth + 1) + ")";
         default: return std::string(1, "ab01-"[roll(5)]);
         }
+    }
+
+    std::string bracket()
+    {
+        static const char* const parts[] = {"a", "-", "]", "^", "0-9", "a-c", "."};
+        std::string all = "[";
+        for (std::size_t count = 1 + roll(4); count > 0; --count) all += parts[roll(7)];
+        return all + "]";
     }
 
     std::string quantifier()

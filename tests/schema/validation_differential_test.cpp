@@ -4,138 +4,15 @@
 // NETXML_TEST_SCHEMAS sets the number of pairs, NETXML_TEST_SEED the seed, NETXML_TEST_FIRST the
 // number of the first pair, NETXML_TEST_DIFFERENCES after how many differences to end;
 // NETXML_TEST_VERBOSE prints how often each code occurs.
-//
-// Some schemas are broken at one place. The library looks at the whole of a content model before it
-// uses it, the plain rules only at what they come by; so where a content model is broken, the
-// library may give up where the plain rules reach a verdict. Everything else must be the same.
-#include "tests/support/plain_validator.hpp"
-#include "tests/support/random_schema.hpp"
-#include "tests/support/shrink_schema.hpp"
+#include "tests/support/validation_pair.hpp"
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <memory>
 #include <random>
-#include <string>
-#include <string_view>
 
 namespace {
-
-constexpr unsigned kBrokenPercent = 4;
-constexpr unsigned kLongPercent = 4;
-constexpr unsigned kListPercent = 35;
-
-struct Outcome {
-    uint32_t status = 0;
-    Schema_ValidateResult result{};
-};
-
-bool sameText(const char* a, const char* b)
-{
-    return a && b ? std::string_view{a} == b : a == b;
-}
-
-// Every field, and nothing left behind the end of the sentence.
-bool same(const Outcome& a, const Outcome& b)
-{
-    return a.status == b.status && a.result.code == b.result.code &&
-           a.result.node == b.result.node && sameText(a.result.elementName, b.result.elementName) &&
-           sameText(a.result.elementNamespace, b.result.elementNamespace) &&
-           sameText(a.result.attrName, b.result.attrName) &&
-           sameText(a.result.attrNamespace, b.result.attrNamespace) &&
-           std::memcmp(a.result.detail, b.result.detail, sizeof a.result.detail) == 0;
-}
-
-std::string shown(const char* text)
-{
-    return text ? "\"" + std::string{text} + "\"" : "NULL";
-}
-
-std::string shown(const Outcome& outcome)
-{
-    const Schema_ValidateResult& result = outcome.result;
-    char path[512] = "";
-    XML_DOM_GetXPath(result.node, sizeof path, path);
-    return "status " + std::to_string(outcome.status) + " code " + std::to_string(result.code) +
-           " node " + (result.node ? path : "NULL") + " element " + shown(result.elementName) +
-           " in " + shown(result.elementNamespace) + " attribute " + shown(result.attrName) +
-           " in " + shown(result.attrNamespace) + " detail " + shown(result.detail);
-}
-
-// One schema with one document, as both see it.
-class Pair {
-public:
-    explicit Pair(std::uint64_t seed)
-    {
-        Random random{seed};
-        SchemaMaker maker{random, graph_};
-        maker.make();
-        if (random.percent(kLongPercent) && !maker.oneModel()) lengthenSchema(random, graph_);
-        InstanceMaker instances{random, graph_};
-        instance_ =
-            random.percent(kListPercent) ? instances.makeList(addList(graph_)) : instances.make();
-        belowRoot_ = random.percent(4);
-        modelBroken_ = broken_ = maker.tooDeep();
-        if (random.percent(kBrokenPercent)) {
-            broken_ = true;
-            modelBroken_ |= breakSchema(random, graph_);
-        }
-    }
-
-    bool agree()
-    {
-        const RegisteredSchema schema{graph_};
-        const Tree tree{instance_.build()};
-        engine_.result.code = plain_.result.code = 99;
-        const XML_DOM_Node* element = subject(tree.get());
-        engine_.status = Schema_ValidateXml(element, schema.root(), &engine_.result);
-        plain_.status = plainValidate(element, schema.root(), &plain_.result);
-        tolerated_ = modelBroken_ && engine_.status != XML_RET_OK && plain_.status == XML_RET_OK;
-        const bool agreed = tolerated_ || same(engine_, plain_);
-        if (!agreed) difference_ = "netxml: " + shown(engine_) + "\nplain:  " + shown(plain_);
-        return agreed;
-    }
-
-    // What the smallest pair looks like about which the two differ.
-    std::string explain()
-    {
-        shrinkPair(graph_, instance_, [&] { return !agree(); });
-        agree();
-        return graph_.text() + "\n" + instance_.text() + "\n" + difference_ + "\n";
-    }
-
-    const Outcome& plain() const { return plain_; }
-    bool broken() const { return broken_; }
-    bool tolerated() const { return tolerated_; }
-
-private:
-    struct Delete {
-        void operator()(XML_DOM_Node* node) const { XML_DOM_DelNode(node); }
-    };
-    using Tree = std::unique_ptr<XML_DOM_Node, Delete>;
-
-    const XML_DOM_Node* subject(const XML_DOM_Node* root) const
-    {
-        if (!belowRoot_) return root;
-        const XML_DOM_Node* node = XML_DOM_GetFirstChild(root);
-        while (node && XML_DOM_GetNodeType(node) != XML_DOM_NODE_ELEMENT)
-            node = XML_DOM_GetNextSibling(node);
-        return node ? node : root;
-    }
-
-    SchemaGraph graph_;
-    Instance instance_;
-    bool belowRoot_ = false;    // the first child is validated, in the place of the root
-    bool broken_ = false;       // the schema, at some place
-    bool modelBroken_ = false;  // and perhaps within a content model
-    bool tolerated_ = false;
-    Outcome engine_;
-    Outcome plain_;
-    std::string difference_;
-};
 
 struct Histogram {
     std::uint64_t codes[13] = {};
@@ -143,7 +20,7 @@ struct Histogram {
     std::uint64_t broken = 0;
     std::uint64_t tolerated = 0;
 
-    void count(const Pair& pair)
+    void count(const ValidationPair& pair)
     {
         broken += pair.broken();
         tolerated += pair.tolerated();
@@ -186,7 +63,8 @@ TEST(ValidationDifferential, EngineAgreesWithThePlainRules)
     Histogram histogram;
     std::uint64_t differences = 0;
     for (std::uint64_t i = first; i < first + count && differences < most; ++i) {
-        Pair pair{seedOf(seed, i)};
+        Random random{seedOf(seed, i)};
+        ValidationPair pair{random};
         const bool agreed = pair.agree();
         histogram.count(pair);
         if (agreed) continue;

@@ -346,6 +346,53 @@ TEST(ValidationMemory, EveryAllocationMayFail)
     }
 }
 
+// More children than are kept states for, and more namespaces than are told apart by their text.
+TEST(ValidationMemory, WhatIsNotKeptIsMatchedAllTheSame)
+{
+    SchemaKit kit;
+    kit.add(kit.element("r", kit.complexType(kit.model("((a|b)*,z,#*)"))));
+    std::string list;
+    std::string spaces;
+    for (int i = 0; i < 3000; ++i) {
+        list += i % 7 < 3 ? "<a/>" : "<b/>";
+        spaces += "<p:x xmlns:p='u" + std::to_string(i % 40) + "'/>";
+    }
+    for (const std::string& rest : {std::string{}, spaces, spaces + list}) {
+        EXPECT_EQ(kit.sentence("<r>" + list + "<z/>" + rest + "</r>"), "valid");
+        EXPECT_NE(kit.sentence("<r>" + list + rest + "</r>"), "valid");
+    }
+}
+
+// A chain of types so long that its parts are laid anew for each element.
+TEST(ValidationMemory, AChainOfManyExtensions)
+{
+    SchemaKit kit;
+    Schema_ComplexType* type = kit.complexType(kit.model("(caa)"));
+    std::string content = "<caa/>";
+    for (int i = 1; i < 50; ++i) {
+        auto* derivation = kit.make<Schema_Derivation>();
+        derivation->kind = SCHEMA_KIND_COMPLEX_EXTENSION;
+        derivation->base = type;
+        derivation->baseKind = SCHEMA_KIND_COMPLEX_TYPE;
+        std::string name = "c";
+        for (const int letter : {i / 26, i % 26}) name += static_cast<char>('a' + letter);
+        derivation->content = kit.model("(" + name + "?)");
+        type = kit.complexType(nullptr);
+        type->derivation = derivation;
+        content += "<" + name + "/>";
+    }
+    Schema_ModelGroup* items = kit.model("(e*)");
+    auto* item = const_cast<Schema_ElementDecl*>(
+        static_cast<const Schema_ElementDecl*>(items->particles->def));
+    item->type = type;
+    item->typeKind = SCHEMA_KIND_COMPLEX_TYPE;
+    kit.add(kit.element("r", kit.complexType(items)));
+    const std::string whole = "<e>" + content + "</e>";
+    EXPECT_EQ(kit.sentence("<r>" + whole + whole + "<e><caa/></e></r>"), "valid");
+    EXPECT_NE(kit.sentence("<r>" + whole + whole + "<e><cab/></e></r>"), "valid");
+    EXPECT_NE(kit.sentence("<r>" + whole + "<e>" + content + "<caa/></e></r>"), "valid");
+}
+
 // Where the inline memory ends depends on the depth, so that each kind of record is once the first
 // that asks the heap.
 TEST(ValidationMemory, TheFirstPieceMayFailForAnyRecord)

@@ -209,6 +209,17 @@ TEST_F(ValuePlan, SixteenLevelsOfBasesAtMost)
     }
 }
 
+// What many types share would be copied for each of them.
+TEST_F(ValuePlan, AThousandPiecesAtMost)
+{
+    const Schema_Facet word{"up", SCHEMA_FACET_ENUMERATION, kString};
+    const Restriction most{builtin(Schema_BLDIN_string()), std::vector<Schema_Facet>(1022, word)};
+    const Restriction more{builtin(Schema_BLDIN_string()), std::vector<Schema_Facet>(1023, word)};
+    Plans plans;
+    EXPECT_TRUE(plans.of(most.type));
+    EXPECT_FALSE(plans.of(more.type));
+}
+
 TEST_F(ValuePlan, WithoutMemoryThereIsNone)
 {
     const Restriction restriction{

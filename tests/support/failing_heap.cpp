@@ -18,7 +18,7 @@ thread_local bool active = false;
 thread_local std::size_t allowed = 0;
 thread_local std::size_t failures = 0;
 thread_local std::size_t made = 0;
-thread_local bool wasRefused = false;
+thread_local std::size_t refusedCount = 0;
 thread_local long liveBefore = 0;
 
 bool refuses()
@@ -27,7 +27,7 @@ bool refuses()
     ++made;
     if (made <= allowed) return false;
     if (failures != FailingHeap::kForever && made > allowed + failures) return false;
-    wasRefused = true;
+    ++refusedCount;
     return true;
 }
 
@@ -56,7 +56,7 @@ FailingHeap::FailingHeap(std::size_t allowedCount, std::size_t failureCount)
     allowed = allowedCount;
     failures = failureCount;
     made = 0;
-    wasRefused = false;
+    refusedCount = 0;
     liveBefore = live;
 }
 
@@ -77,7 +77,12 @@ std::size_t FailingHeap::allocations()
 
 bool FailingHeap::refused()
 {
-    return wasRefused;
+    return refusedCount != 0;
+}
+
+std::size_t FailingHeap::refusals()
+{
+    return refusedCount;
 }
 
 long heapLiveBlocks()

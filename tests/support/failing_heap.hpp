@@ -20,6 +20,8 @@ public:
     static std::size_t allocations();
     // True once an allocation was refused.
     static bool refused();
+    // Allocations that were refused.
+    static std::size_t refusals();
 };
 
 // Blocks held by the library in all, and the most bytes it held at a time since the last reset.

@@ -1,4 +1,4 @@
-// Random numbers that are the same everywhere for the same seed.
+// Random numbers that are the same everywhere for the same seed, or choices that given bytes make.
 #pragma once
 
 #include <cstdint>
@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <iterator>
 #include <random>
+#include <span>
 #include <vector>
 
 // How many rounds a comparison on random input makes: as many as usual, or fewer where
@@ -20,9 +21,13 @@ inline std::size_t randomRounds(std::size_t usual)
 class Random {
 public:
     explicit Random(std::uint64_t seed) : engine_{seed} {}
+    // The bytes decide first, one for a small choice; once they are used up, the seed does.
+    Random(std::uint64_t seed, std::span<const std::uint8_t> bytes) : engine_{seed}, bytes_{bytes}
+    {
+    }
 
     // A number below `count`, which is not 0.
-    std::size_t below(std::size_t count) { return static_cast<std::size_t>(engine_() % count); }
+    std::size_t below(std::size_t count) { return static_cast<std::size_t>(draw(count) % count); }
     std::size_t between(std::size_t least, std::size_t most)
     {
         return least + below(most - least + 1);
@@ -54,5 +59,19 @@ public:
     }
 
 private:
+    std::uint64_t draw(std::size_t count)
+    {
+        if (bytes_.empty()) return engine_();
+        std::uint64_t number = 0;
+        std::size_t reach = 1;  // how many numbers the bytes so far can tell apart
+        do {
+            number = number << 8 | bytes_.front();
+            bytes_ = bytes_.subspan(1);
+            reach <<= 8;
+        } while (reach < count && reach < (std::size_t{1} << 24) && !bytes_.empty());
+        return number;
+    }
+
     std::mt19937_64 engine_;
+    std::span<const std::uint8_t> bytes_;
 };
