@@ -58,8 +58,9 @@ struct Ran {
 // Runs the program in the directory of the documents.
 Ran runExample(const std::string& arguments)
 {
-    const std::string command =
-        "cd '" EXAMPLE_DIRECTORY "/documents' && '" EXAMPLE_PROGRAM "' " + arguments + " 2>&1";
+    const std::string command = "cd '" EXAMPLE_DIRECTORY "/documents' && " EXAMPLE_EMULATOR
+                                " '" EXAMPLE_PROGRAM "' " +
+                                arguments + " 2>&1";
     FILE* pipe = popen(command.c_str(), "r");
     if (!pipe) return {-1, ""};
     std::string out;

@@ -14,7 +14,7 @@
 inline std::size_t randomRounds(std::size_t usual)
 {
     const char* documents = std::getenv("NETXML_TEST_DOCUMENTS");
-    const std::size_t most = documents ? std::strtoull(documents, nullptr, 10) * 3 : usual;
+    const std::size_t most = documents ? std::strtoul(documents, nullptr, 10) * 3 : usual;
     return most < usual ? most : usual;
 }
 
