@@ -148,6 +148,10 @@ TEST(InStream, ComparesWithoutMoving)
     EXPECT_EQ(XML_IO_Strncmp(s.get(), "<!DOCTYPE ", 10), 0u) << "too few bytes, though all agree";
     EXPECT_EQ(XML_IO_Strncasecmp(s.get(), "<!DOCTYPE ", 10), 0u);
     EXPECT_EQ(XML_IO_Strncmp(s.get(), "", 0), 1u);
+    EXPECT_EQ(XML_IO_Strncmp(s.get(), "<!DOCTYPE", 9), 1u) << "all that there is";
+    EXPECT_EQ(XML_IO_Strncasecmp(s.get(), "<!doctype", 9), 1u);
+    EXPECT_EQ(XML_IO_Strncmp(s.get(), nullptr, 0), 0u);
+    EXPECT_EQ(XML_IO_Strncasecmp(s.get(), nullptr, 0), 0u);
     EXPECT_EQ(XML_IO_Strncmp(nullptr, "x", 1), 0u);
     EXPECT_EQ(XML_IO_Strncasecmp(nullptr, "x", 1), 0u);
     EXPECT_EQ(textOf(*s), text);
