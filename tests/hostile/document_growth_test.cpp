@@ -2,6 +2,7 @@
 // library does with documents, on the stack of a small device. Work is counted, never timed.
 #include "tests/hostile/shapes.hpp"
 #include "tests/hostile/work_count.hpp"
+#include "tests/support/callback_tree.hpp"
 #include "tests/support/failing_heap.hpp"
 #include "tests/support/schema_kit.hpp"
 #include "tests/support/small_stack.hpp"
@@ -121,22 +122,10 @@ std::uint64_t treeOfUtf16(Subject& s)
 }
 std::uint64_t treeThroughCallbacks(Subject& s)
 {
-    XML_SAX_Builder builder{};
-    builder.nameConverter = XML_IO_MemOutStreamCreate(XML_ENCODING_UTF_8, XML_ENCODING_GB18030);
-    builder.valueConverter = XML_IO_MemOutStreamCreate(XML_ENCODING_UTF_8, XML_ENCODING_GB18030);
-    XML_SAX_Handler handler{};
-    handler.startElementNs = XML_SAX_StartElementNs;
-    handler.endElementNs = XML_SAX_EndElementNs;
-    handler.characters = XML_SAX_Characters;
-    handler.cdata = XML_SAX_CData;
-    handler.endDocument = XML_SAX_EndDocument;
-    handler.error = XML_SAX_Error;
-    handler.userData = &builder;
+    const CallbackTree tree;
     const std::uint64_t work =
-        workOf([&] { XML_Parser_ByMem(bytesOf(s.text), s.size(), &handler); });
-    XML_DOM_DelNode(builder.root);
-    XML_IO_OutStreamDestroy(builder.nameConverter);
-    XML_IO_OutStreamDestroy(builder.valueConverter);
+        workOf([&] { XML_Parser_ByMem(bytesOf(s.text), s.size(), tree.handler()); });
+    XML_DOM_DelNode(tree.root());
     return work;
 }
 std::uint64_t toAString(Subject& s)

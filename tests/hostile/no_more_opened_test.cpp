@@ -102,12 +102,7 @@ void readAndValidate(SchemaKit& kit)
 // A schema that has a pattern for the C library, too.
 void fill(SchemaKit& kit, const Schema_Facet& facet)
 {
-    auto* type = kit.make<Schema_SimpleType>();
-    type->memberCount = 1;
-    type->members = kit.array<Schema_SimpleType>(
-        {static_cast<const Schema_SimpleType*>(Schema_BLDIN_string())});
-    type->facets = &facet;
-    type->facetCount = 1;
+    Schema_SimpleType* type = kit.restrictedString(&facet, 1);
     kit.add(kit.simpleElement("a", type));
 }
 

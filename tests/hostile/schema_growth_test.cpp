@@ -165,12 +165,7 @@ std::uint64_t patternWork(const char* pattern, const std::string& value, Schema_
 {
     SchemaKit kit;
     const Schema_Facet facet{pattern, SCHEMA_FACET_PATTERN, SCHEMA_BUILTIN_STRING};
-    auto* type = kit.make<Schema_SimpleType>();
-    type->memberCount = 1;
-    type->members = kit.array<Schema_SimpleType>(
-        {static_cast<const Schema_SimpleType*>(Schema_BLDIN_string())});
-    type->facets = &facet;
-    type->facetCount = 1;
+    Schema_SimpleType* type = kit.restrictedString(&facet, 1);
     kit.add(kit.simpleElement("v", type));
     XML_DOM_Node* tree = treeOf("<v>" + value + "</v>");
     Schema_ValidateResult result;
@@ -205,12 +200,7 @@ TEST(PatternGrowth, OfManyValues)
         const Schema_Facet facets[] = {
             {"^[a-z]+[0-9]*$", SCHEMA_FACET_PATTERN, SCHEMA_BUILTIN_STRING},
             {"^[[:alpha:]]+[0-9]*$", SCHEMA_FACET_PATTERN, SCHEMA_BUILTIN_STRING}};
-        auto* type = kit.make<Schema_SimpleType>();
-        type->memberCount = 1;
-        type->members = kit.array<Schema_SimpleType>(
-            {static_cast<const Schema_SimpleType*>(Schema_BLDIN_string())});
-        type->facets = facets;
-        type->facetCount = 2;
+        Schema_SimpleType* type = kit.restrictedString(facets, 2);
         Schema_ModelGroup* list = kit.model("(v*)");
         auto* item = const_cast<Schema_ElementDecl*>(
             static_cast<const Schema_ElementDecl*>(list->particles->def));

@@ -1,5 +1,6 @@
 // Depth takes no stack, and many of anything take time in proportion. Work is counted, not timed:
 // by allocations and bytes where they show it, and by sizes that a quadratic rule would not finish.
+#include "tests/support/callback_tree.hpp"
 #include "tests/support/failing_heap.hpp"
 #include "tests/support/small_stack.hpp"
 #include "tests/support/sources.hpp"
@@ -185,21 +186,14 @@ TEST(Scale, ManyDeclarationsThroughTheCallbacks)
         document += " xmlns:p" + n + "='u" + n + "' p" + n + ":a='v'";
     }
     document += "/>";
-    XML_SAX_Builder builder{};
-    builder.nameConverter = XML_IO_MemOutStreamCreate(XML_ENCODING_UTF_8, XML_ENCODING_GB18030);
-    builder.valueConverter = XML_IO_MemOutStreamCreate(XML_ENCODING_UTF_8, XML_ENCODING_GB18030);
-    XML_SAX_Handler handler{};
-    handler.startElementNs = XML_SAX_StartElementNs;
-    handler.endElementNs = XML_SAX_EndElementNs;
-    handler.userData = &builder;
-    EXPECT_EQ(XML_Parser_ByMem(bytesOf(document), static_cast<uint32_t>(document.size()), &handler),
-              XML_RET_OK);
+    const CallbackTree tree;
+    EXPECT_EQ(
+        XML_Parser_ByMem(bytesOf(document), static_cast<uint32_t>(document.size()), tree.handler()),
+        XML_RET_OK);
     XML_DOM_Node* direct = treeOf(document);
-    EXPECT_EQ(written(builder.root), written(direct));
+    EXPECT_EQ(written(tree.root()), written(direct));
     XML_DOM_DelNode(direct);
-    XML_DOM_DelNode(builder.root);
-    XML_IO_OutStreamDestroy(builder.nameConverter);
-    XML_IO_OutStreamDestroy(builder.valueConverter);
+    XML_DOM_DelNode(tree.root());
 }
 
 }  // namespace

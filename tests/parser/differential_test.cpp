@@ -2,6 +2,7 @@
 // same excerpts, the same trees, whatever kind of source and wherever its chunks end.
 //
 // NETXML_TEST_DOCUMENTS sets the number of documents, NETXML_TEST_SEED the seed.
+#include "tests/support/callback_tree.hpp"
 #include "tests/support/event_log.hpp"
 #include "tests/support/plain_scanner.hpp"
 #include "tests/support/random_document.hpp"
@@ -36,25 +37,10 @@ Built outcome(XML_DOM_Node* root, const char* error)
 // Builds a tree with the plain scanner and the exported callbacks.
 Built buildPlainly(XML_IO_InStream* stream)
 {
-    char error[512] = "";
-    XML_SAX_Builder builder{};
-    builder.nameConverter = XML_IO_MemOutStreamCreate(XML_ENCODING_UTF_8, XML_ENCODING_GB18030);
-    builder.valueConverter = XML_IO_MemOutStreamCreate(XML_ENCODING_UTF_8, XML_ENCODING_GB18030);
-    builder.errorText = error;
-    builder.errorTextSize = sizeof error;
-    XML_SAX_Handler handler{};
-    handler.endDocument = XML_SAX_EndDocument;
-    handler.characters = XML_SAX_Characters;
-    handler.cdata = XML_SAX_CData;
-    handler.error = XML_SAX_Error;
-    handler.userData = &builder;
-    handler.startElementNs = XML_SAX_StartElementNs;
-    handler.endElementNs = XML_SAX_EndElementNs;
-    const uint32_t status = plainParse(stream, &handler);
-    XML_IO_OutStreamDestroy(builder.nameConverter);
-    XML_IO_OutStreamDestroy(builder.valueConverter);
-    EXPECT_EQ(status == XML_RET_OK, builder.root != nullptr);
-    return outcome(builder.root, error);
+    const CallbackTree tree;
+    const uint32_t status = plainParse(stream, tree.handler());
+    EXPECT_EQ(status == XML_RET_OK, tree.root() != nullptr);
+    return outcome(tree.root(), tree.error());
 }
 
 std::string plainEvents(XML_IO_InStream* stream, int failAt)

@@ -41,6 +41,17 @@ Schema_ElementDecl* SchemaKit::simpleElement(std::string_view name, const void* 
     return decl;
 }
 
+Schema_SimpleType* SchemaKit::restrictedString(const Schema_Facet* facets, uint32_t count)
+{
+    auto* type = make<Schema_SimpleType>();
+    type->memberCount = 1;
+    type->members =
+        array<Schema_SimpleType>({static_cast<const Schema_SimpleType*>(Schema_BLDIN_string())});
+    type->facets = facets;
+    type->facetCount = count;
+    return type;
+}
+
 Schema_ComplexType* SchemaKit::complexType(const Schema_ModelGroup* content)
 {
     auto* type = make<Schema_ComplexType>();

@@ -24,6 +24,8 @@ public:
     // An element that occurs once. Without a type nothing in it is checked.
     Schema_ElementDecl* element(std::string_view name, const Schema_ComplexType* type = nullptr);
     Schema_ElementDecl* simpleElement(std::string_view name, const void* type);
+    // A string that satisfies the facets, which must live as long as the kit.
+    Schema_SimpleType* restrictedString(const Schema_Facet* facets, uint32_t count);
     Schema_ComplexType* complexType(const Schema_ModelGroup* content);
 
     // A content model: "(a,b?)" a sequence, "(a|b)" a choice, "(a&b)" an all group; behind each
