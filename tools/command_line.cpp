@@ -6,6 +6,7 @@
 #include "netxml/io.h"
 #include "outcome.hpp"
 #include "version_text.hpp"
+#include "xsd/record_names.hpp"
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
@@ -24,7 +25,8 @@ constexpr const char* kStatuses =
     "  1  not well-formed, would change, nothing at the path, or cannot be written as asked\n"
     "  2  mistake in the command line\n"
     "  3  not valid by the schema\n"
-    "  4  a file cannot be read or written";
+    "  4  a file cannot be read or written\n"
+    "  5  the schema cannot be used";
 
 std::string filesHelp()
 {
@@ -66,10 +68,28 @@ std::string complainAboutEncoding(std::string& text)
     return "\"" + text + "\" is none of " + encodingNames();
 }
 
-std::string complainAboutSchema(std::string& text)
+std::string complainAboutPair(std::string& text)
 {
-    if (findSchema(text)) return {};
-    return "\"" + text + "\" is no schema that is built in; known: " + schemaNames();
+    const std::size_t sign = text.rfind('=');
+    if (sign != std::string::npos && sign != 0 && sign + 1 != text.size()) return {};
+    return "\"" + text + "\" is no pair such as NAME=VALUE";
+}
+
+xsd::SchemaOptions::Pairs pairsOf(const std::vector<std::string>& texts)
+{
+    xsd::SchemaOptions::Pairs pairs;
+    for (const std::string& text : texts) {
+        const std::size_t sign = text.rfind('=');
+        pairs.emplace_back(text.substr(0, sign), text.substr(sign + 1));
+    }
+    return pairs;
+}
+
+std::string complainAboutIdentifier(std::string& text)
+{
+    const bool digit = !text.empty() && text.front() >= '0' && text.front() <= '9';
+    if (!text.empty() && !digit && xsd::identifierText(text) == text) return {};
+    return "\"" + text + "\" is no identifier";
 }
 
 CLI::Validator oneOf(const std::vector<std::string>& words)
@@ -94,12 +114,16 @@ public:
 
 private:
     CLI::App* add(Command command, const char* name, const char* what, const char* example);
+    CLI::App* add(CLI::App& to, Command command, const char* name, const char* what,
+                  const char* example);
     void addCommon(CLI::App& app);
     void addFiles(CLI::App& app);
     void addFormat();
     void addConvert();
     void addPath();
     void addValidate();
+    void addSchemaOptions(CLI::App& app);
+    void addCompileSchema();
     void finish();
 
     CLI::App app_{"Checks, validates, formats and converts XML files, and looks into them.",
@@ -111,6 +135,10 @@ private:
     std::string indentation_ = "2";
     std::string encoding_;
     std::string file_;
+    std::vector<std::string> locations_;
+    std::vector<std::string> typeMap_;
+    std::vector<std::string> namespaceMap_;
+    std::string language_ = "c";
 };
 
 CommandLine::CommandLine()
@@ -135,11 +163,18 @@ CommandLine::CommandLine()
                   "netxml tree config.xml"));
     addPath();
     addValidate();
+    addCompileSchema();
 }
 
 CLI::App* CommandLine::add(Command command, const char* name, const char* what, const char* example)
 {
-    CLI::App* app = app_.add_subcommand(name, what);
+    return add(app_, command, name, what, example);
+}
+
+CLI::App* CommandLine::add(CLI::App& to, Command command, const char* name, const char* what,
+                           const char* example)
+{
+    CLI::App* app = to.add_subcommand(name, what);
     app->footer(std::string{"Example:\n  "} + example + "\n\n" + kStatuses);
     addCommon(*app);
     commands_[command] = app;
@@ -213,13 +248,80 @@ void CommandLine::addPath()
 void CommandLine::addValidate()
 {
     CLI::App* app = add(Command::Validate, "validate", "Say whether files fit a schema",
-                        "netxml validate --schema interfaces config.xml");
-    app->add_option("--schema", options_.schema,
-                    "The schema, one of those that are built in: " + schemaNames())
+                        "netxml validate --schema config.xsd config.xml");
+    app->add_option("--schema", options_.schemas.files,
+                    "The schema: a document of XML Schema 1.0, several with one option each, or "
+                    "the name of one that is built in: " +
+                        schemaNames())
         ->required()
-        ->check(CLI::Validator(complainAboutSchema, ""))
-        ->type_name("NAME");
+        ->allow_extra_args(false)
+        ->type_name("X.xsd");
+    addSchemaOptions(*app);
     addFiles(*app);
+}
+
+void CommandLine::addSchemaOptions(CLI::App& app)
+{
+    xsd::SchemaOptions& schemas = options_.schemas;
+    app.add_option("-I,--include-path", schemas.includePaths,
+                   "Directory with schema documents that others include or import")
+        ->allow_extra_args(false)
+        ->type_name("DIR");
+    app.add_option("--location", locations_,
+                   "File with the schema of a namespace, or in the place of a location")
+        ->allow_extra_args(false)
+        ->check(CLI::Validator(complainAboutPair, ""))
+        ->type_name("URI=FILE");
+    app.add_option("--catalog", schemas.catalogs, "OASIS XML catalog with such places")
+        ->allow_extra_args(false)
+        ->type_name("FILE");
+    app.add_option("--type-map", typeMap_,
+                   "What stands for a type of XML Schema: another one, or \"native\" for the "
+                   "library's own rules")
+        ->allow_extra_args(false)
+        ->check(CLI::Validator(complainAboutPair, ""))
+        ->type_name("xs:TYPE=xs:TYPE");
+    app.add_option("--network-types", schemas.networkNamespace,
+                   "Namespace in which the six network types are known by their names")
+        ->type_name("URI");
+    app.add_flag("--strict", schemas.strict,
+                 "Refuse a schema that cannot be followed exactly, instead of a warning");
+}
+
+void CommandLine::addCompileSchema()
+{
+    CLI::App* schema = app_.add_subcommand("schema", "Work on schemas");
+    schema->require_subcommand(1);
+    CLI::App* app = add(*schema, Command::CompileSchema, "compile",
+                        "Write the records of a schema in C, for programs to register",
+                        "netxml schema compile config.xsd -o config_schema.c -H config_schema.h");
+    app->add_option("FILE", options_.schemas.files, "Documents of XML Schema 1.0")
+        ->required()
+        ->type_name("");
+    app->add_option("-o,--output", options_.sourcePath,
+                    "Source to write; else the first file's name with _schema.c")
+        ->type_name("OUT");
+    app->add_option("-H,--header", options_.headerPath,
+                    "Header to write; else the first file's name with _schema.h")
+        ->type_name("OUT");
+    app->add_option("--prefix", options_.prefix,
+                    "What the names of the functions begin with; else the first file's name")
+        ->check(CLI::Validator(complainAboutIdentifier, ""))
+        ->type_name("NAME");
+    app->add_option("--lang", language_, "Language to write: c (which is C++ as well) or c++")
+        ->check(oneOf({"c", "c++"}))
+        ->type_name("LANG");
+    app->add_option("--namespace-map", namespaceMap_,
+                    "What identifiers of a namespace are told apart by")
+        ->allow_extra_args(false)
+        ->check(CLI::Validator(complainAboutPair, ""))
+        ->type_name("URI=NAME");
+    app->add_option("--depfile", options_.depfilePath,
+                    "File for make or ninja with all documents that were read")
+        ->type_name("OUT");
+    app->add_flag("--list-outputs", options_.listOutputs,
+                  "Only print which files would be written");
+    addSchemaOptions(*app);
 }
 
 // What options mean together.
@@ -241,6 +343,14 @@ void CommandLine::finish()
     options_.indentation =
         indentation_ == "tab" ? "\t" : std::string(std::stoul(indentation_), ' ');
     if (!encoding_.empty()) options_.target = XML_DOM_EncodingStrToEnum(encoding_.c_str());
+    options_.schemas.locations = pairsOf(locations_);
+    options_.schemas.typeMap = pairsOf(typeMap_);
+    options_.schemas.namespaceMap = pairsOf(namespaceMap_);
+    if (language_ == "c++") options_.generatedLanguage = xsd::Language::Cxx;
+    for (auto& [type, other] : options_.schemas.typeMap) {
+        if (type.starts_with("xs:")) type.erase(0, 3);
+        if (other.starts_with("xs:")) other.erase(0, 3);
+    }
     if (options_.jobs == 0) options_.jobs = std::max(1u, std::thread::hardware_concurrency());
 }
 

@@ -1,4 +1,4 @@
-// The schemas that are built in, until schema documents can be read.
+// Schemas that are built in: an example's, to try the tool on.
 #pragma once
 
 #include "netxml/schema.h"

@@ -1,4 +1,5 @@
 // The tool: reads the command line, runs the command over the files, and tells what came out.
+#include "chosen_schema.hpp"
 #include "command_line.hpp"
 #include "commands.hpp"
 #include "file_list.hpp"
@@ -6,6 +7,7 @@
 #include "interruption.hpp"
 #include "job_queue.hpp"
 #include "reporter.hpp"
+#include "schema_command.hpp"
 
 #include <cerrno>
 #include <new>
@@ -61,7 +63,23 @@ Outcome runOne(const std::string& file, const Options& options, ProgressBar& pro
     return outcome;
 }
 
-Status runAll(const Options& options)
+// Runs what works on one thing instead of a list of documents.
+Status runCompileSchema(const Options& options)
+{
+    ProgressBar silent{false, 0, 1};
+    Reporter reporter{options, silent};
+    Outcome outcome;
+    try {
+        outcome = compileSchemas(options);
+    } catch (const Failure& failure) {
+        outcome.problems.push_back(failure.problem());
+        outcome.status = failure.status();
+    }
+    reporter.report(outcome);
+    return reporter.status();
+}
+
+Status runAll(Options& options)
 {
     const FileList list = listFiles(options.files, options.recursive);
     const bool terminal = isatty(STDERR_FILENO) != 0;
@@ -69,6 +87,22 @@ Status runAll(const Options& options)
                          rowOf(options.command).passes};
     Reporter reporter{options, progress};
     reporter.report(list.unreadable);
+    std::optional<ChosenSchema> schema;
+    if (options.command == Command::Validate) {
+        try {
+            schema.emplace(options);
+        } catch (const std::bad_alloc&) {
+            Outcome outcome;
+            outcome.problems.push_back(
+                fileFailure(options.schemas.files.front(), "use this schema", ENOMEM).problem());
+            outcome.status = Status::File;
+            reporter.report(outcome);
+            return reporter.status();
+        }
+        reporter.report(schema->outcome());
+        options.schemaRoot = schema->root();
+        if (!options.schemaRoot) return reporter.status();
+    }
     runInOrder(
         list.files.size(), options.jobs,
         [&](std::size_t index) { return runOne(list.files[index], options, progress); },
@@ -84,7 +118,8 @@ int main(int count, char** arguments)
     using namespace netxml::tool;
     prepareProcess();
     int status = 0;
-    const auto options = readCommandLine(count, arguments, status);
+    auto options = readCommandLine(count, arguments, status);
     if (!options) return status;
-    return static_cast<int>(runAll(*options));
+    const bool compiles = options->command == Command::CompileSchema;
+    return static_cast<int>(compiles ? runCompileSchema(*options) : runAll(*options));
 }

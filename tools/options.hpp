@@ -2,13 +2,16 @@
 #pragma once
 
 #include "netxml/base.h"
+#include "netxml/schema.h"
+#include "xsd/code_writer.hpp"
+#include "xsd/schema_options.hpp"
 
 #include <string>
 #include <vector>
 
 namespace netxml::tool {
 
-enum class Command { Check, Format, Convert, Tree, Path, Validate };
+enum class Command { Check, Format, Convert, Tree, Path, Validate, CompileSchema };
 enum class ColorUse { Auto, Always, Never };
 enum class ErrorFormat { Text, Json };
 
@@ -31,7 +34,15 @@ struct Options {
 
     std::string path;  // path
 
-    std::string schema;  // validate: a name that is known
+    xsd::SchemaOptions schemas;               // validate, schema compile
+    const Schema_Root* schemaRoot = nullptr;  // validate
+
+    std::string sourcePath;  // schema compile; empty: named after the schema
+    std::string headerPath;
+    std::string depfilePath;
+    std::string prefix;
+    xsd::Language generatedLanguage = xsd::Language::C;
+    bool listOutputs = false;
 };
 
 }  // namespace netxml::tool

@@ -11,7 +11,7 @@
 namespace netxml::tool {
 
 // The exit statuses; of several files the largest counts.
-enum class Status { Ok = 0, Rejected = 1, Usage = 2, Invalid = 3, File = 4 };
+enum class Status { Ok = 0, Rejected = 1, Usage = 2, Invalid = 3, File = 4, Schema = 5 };
 
 // What the tool itself finds, next to the parser's codes (XML_ErrorCode), which stay below 2000.
 enum class ToolCode : std::uint32_t {
@@ -22,6 +22,8 @@ enum class ToolCode : std::uint32_t {
     EncodingChanges = 2005,
     NotValid = 2006,
     File = 2010,
+    SchemaBroken = 2020,
+    SchemaApproximated = 2021,
     Internal = 2099,
 };
 

@@ -36,6 +36,12 @@ SourceText::SourceText(const std::string& path, ProgressBar& progress)
     start_ = startOf(bytes_);
 }
 
+SourceText::SourceText(std::string name, std::string bytes, ProgressBar& progress)
+    : name_{std::move(name)}, bytes_{std::move(bytes)}, start_{startOf(bytes_)},
+      progress_{&progress}, counted_{false}
+{
+}
+
 PlaceReached SourceText::reached()
 {
     if (!counted_ || !progress_->enabled()) return {};

@@ -17,6 +17,8 @@ class SourceText {
 public:
     // Reads the file at `path`, or standard input for "-". Throws Failure.
     SourceText(const std::string& path, ProgressBar& progress);
+    // Bytes that were read already; `name` stands in messages.
+    SourceText(std::string name, std::string bytes, ProgressBar& progress);
 
     // Parses; throws Failure for a document that is not well-formed.
     void parse(Events* events);

@@ -1,7 +1,6 @@
 // netxml validate: does a file fit its schema?
 #include "caret.hpp"
 #include "commands.hpp"
-#include "known_schema.hpp"
 #include "source_tree.hpp"
 #include "tree_text.hpp"
 
@@ -50,14 +49,11 @@ void countAll(SourceText& source)
 
 Outcome validateFile(const std::string& file, const Options& options, ProgressBar& progress)
 {
-    // One root for all files: there is one schema in a run.
-    static const RegisteredSchema schema{*findSchema(options.schema)};
-
     SourceText source{file, progress};
     source.parse(nullptr);
     const Tree tree = buildTree(source);
     Schema_ValidateResult result;
-    if (Schema_ValidateXml(tree.get(), schema.root(), &result) != XML_RET_OK)
+    if (Schema_ValidateXml(tree.get(), options.schemaRoot, &result) != XML_RET_OK)
         throw noVerdict(source);
     countAll(source);
 

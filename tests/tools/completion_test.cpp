@@ -13,9 +13,12 @@ struct CompletionCase {
 };
 
 const CompletionCase kCompletions[] = {
-    {"all commands", "netxml ''", "check format convert tree path validate --help --version"},
+    {"all commands", "netxml ''",
+     "check format convert tree path validate schema --help --version"},
     {"a command begun", "netxml co", "convert"},
-    {"a schema", "netxml validate --schema ''", "interfaces"},
+    {"the command of schemas", "netxml schema ''", "compile --help"},
+    {"a language", "netxml schema compile --lang ''", "c c++"},
+    {"an option of schemas", "netxml schema compile --pre", "--prefix"},
     {"an encoding, in any case", "netxml convert --to gb", "GB2312 GBK GB18030"},
     {"all encodings", "netxml convert -t ''",
      "UTF-8 UTF-16LE UTF-16BE GB2312 UTF-32LE UTF-32BE UTF-16 UTF-32 GBK GB18030 UCS-4 UCS-4BE "

@@ -3,9 +3,10 @@
 _netxml()
 {
     local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}
-    local commands="check format convert tree path validate"
+    local commands="check format convert tree path validate schema"
     local common="--help --quiet --color --error-format"
     local several="--recursive --jobs"
+    local schemas="--include-path --location --catalog --type-map --network-types --strict"
     local command="" i
     COMPREPLY=()
 
@@ -41,8 +42,11 @@ _netxml()
             COMPREPLY=($(compgen -W "UTF-8 UTF-16LE UTF-16BE GB2312 UTF-32LE UTF-32BE UTF-16 \
                 UTF-32 GBK GB18030 UCS-4 UCS-4BE UCS-4LE" -- "${word^^}"))
             return ;;
-        --schema)
-            COMPREPLY=($(compgen -W "interfaces" -- "$word"))
+        --lang)
+            COMPREPLY=($(compgen -W "c c++" -- "$word"))
+            return ;;
+        schema)
+            COMPREPLY=($(compgen -W "compile --help" -- "$word"))
             return ;;
         -j | --jobs)
             return ;;
@@ -52,7 +56,9 @@ _netxml()
         case $command in
             format) common="$common $several --indent --check --in-place --drop-doctype" ;;
             convert) common="$common --to --output" ;;
-            validate) common="$common $several --schema" ;;
+            validate) common="$common $several --schema $schemas" ;;
+            schema) common="$common --output --header --prefix --lang --namespace-map --depfile \
+                --list-outputs $schemas" ;;
             *) common="$common $several" ;;
         esac
         COMPREPLY=($(compgen -W "$common" -- "$word"))

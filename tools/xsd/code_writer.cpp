@@ -1,0 +1,570 @@
+#include "xsd/code_writer.hpp"
+
+#include "recode.hpp"
+#include "xsd/record_names.hpp"
+
+#include <algorithm>
+
+namespace netxml::xsd {
+namespace {
+
+constexpr std::size_t kLongestLine = 100;
+
+std::string upper(std::string_view text)
+{
+    std::string result;
+    for (const char c : text) result += c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+    return result;
+}
+
+const char* useName(Schema_AttributeUse use)
+{
+    return use == SCHEMA_USE_REQUIRED     ? "SCHEMA_USE_REQUIRED"
+           : use == SCHEMA_USE_PROHIBITED ? "SCHEMA_USE_PROHIBITED"
+                                          : "SCHEMA_USE_OPTIONAL";
+}
+
+const char* formName(Schema_Form form)
+{
+    return form == SCHEMA_FORM_QUALIFIED     ? "SCHEMA_FORM_QUALIFIED"
+           : form == SCHEMA_FORM_UNQUALIFIED ? "SCHEMA_FORM_UNQUALIFIED"
+                                             : "SCHEMA_FORM_DEFAULT";
+}
+
+const char* processName(Schema_ProcessContents process)
+{
+    return process == SCHEMA_PROCESS_LAX    ? "SCHEMA_PROCESS_LAX"
+           : process == SCHEMA_PROCESS_SKIP ? "SCHEMA_PROCESS_SKIP"
+                                            : "SCHEMA_PROCESS_STRICT";
+}
+
+const char* compositorName(Schema_Compositor compositor)
+{
+    return compositor == SCHEMA_COMPOSITOR_ALL      ? "SCHEMA_COMPOSITOR_ALL"
+           : compositor == SCHEMA_COMPOSITOR_CHOICE ? "SCHEMA_COMPOSITOR_CHOICE"
+                                                    : "SCHEMA_COMPOSITOR_SEQUENCE";
+}
+
+constexpr const char* kFacetNames[] = {
+    "SCHEMA_FACET_ENUMERATION",   "SCHEMA_FACET_FRACTION_DIGITS", "SCHEMA_FACET_LENGTH",
+    "SCHEMA_FACET_MAX_EXCLUSIVE", "SCHEMA_FACET_MAX_INCLUSIVE",   "SCHEMA_FACET_MAX_LENGTH",
+    "SCHEMA_FACET_MIN_EXCLUSIVE", "SCHEMA_FACET_MIN_INCLUSIVE",   "SCHEMA_FACET_MIN_LENGTH",
+    "SCHEMA_FACET_PATTERN",       "SCHEMA_FACET_TOTAL_DIGITS"};
+
+struct KindName {
+    Schema_BuiltinKind kind;
+    const char* name;
+};
+
+constexpr KindName kKindNames[] = {
+    {SCHEMA_BUILTIN_BYTE, "SCHEMA_BUILTIN_BYTE"},
+    {SCHEMA_BUILTIN_SHORT, "SCHEMA_BUILTIN_SHORT"},
+    {SCHEMA_BUILTIN_UNSIGNED_BYTE, "SCHEMA_BUILTIN_UNSIGNED_BYTE"},
+    {SCHEMA_BUILTIN_UNSIGNED_SHORT, "SCHEMA_BUILTIN_UNSIGNED_SHORT"},
+    {SCHEMA_BUILTIN_INT, "SCHEMA_BUILTIN_INT"},
+    {SCHEMA_BUILTIN_LONG, "SCHEMA_BUILTIN_LONG"},
+    {SCHEMA_BUILTIN_UNSIGNED_INT, "SCHEMA_BUILTIN_UNSIGNED_INT"},
+    {SCHEMA_BUILTIN_UNSIGNED_LONG, "SCHEMA_BUILTIN_UNSIGNED_LONG"},
+    {SCHEMA_BUILTIN_INTEGER, "SCHEMA_BUILTIN_INTEGER"},
+    {SCHEMA_BUILTIN_DURATION, "SCHEMA_BUILTIN_DURATION"},
+    {SCHEMA_BUILTIN_DATE_TIME, "SCHEMA_BUILTIN_DATE_TIME"},
+    {SCHEMA_BUILTIN_DATE, "SCHEMA_BUILTIN_DATE"},
+    {SCHEMA_BUILTIN_TIME, "SCHEMA_BUILTIN_TIME"},
+    {SCHEMA_BUILTIN_G_YEAR, "SCHEMA_BUILTIN_G_YEAR"},
+    {SCHEMA_BUILTIN_G_MONTH, "SCHEMA_BUILTIN_G_MONTH"},
+    {SCHEMA_BUILTIN_G_DAY, "SCHEMA_BUILTIN_G_DAY"},
+    {SCHEMA_BUILTIN_G_YEAR_MONTH, "SCHEMA_BUILTIN_G_YEAR_MONTH"},
+    {SCHEMA_BUILTIN_G_MONTH_DAY, "SCHEMA_BUILTIN_G_MONTH_DAY"},
+    {SCHEMA_BUILTIN_STRING, "SCHEMA_BUILTIN_STRING"},
+};
+
+std::string kindName(Schema_BuiltinKind kind)
+{
+    for (const KindName& row : kKindNames) {
+        if (row.kind == kind) return row.name;
+    }
+    return std::to_string(kind);
+}
+
+std::string countText(std::uint32_t count)
+{
+    return count == SCHEMA_UNBOUNDED ? "SCHEMA_UNBOUNDED" : std::to_string(count) + "u";
+}
+
+// The fields of a record, in lines.
+class Fields {
+public:
+    Fields& add(const std::string& field)
+    {
+        const std::string text = field + ",";
+        if (line_.size() + text.size() + 3 > kLongestLine) flush();
+        line_ += (line_.empty() ? "    " : " ") + text;
+        return *this;
+    }
+    std::string finish()
+    {
+        flush();
+        // No comma behind the last one.
+        text_.erase(text_.size() - 2, 1);
+        text_.pop_back();
+        return "{\n" + text_ + "}";
+    }
+
+private:
+    void flush()
+    {
+        if (!line_.empty()) text_ += line_ + "\n";
+        line_.clear();
+    }
+
+    std::string text_;
+    std::string line_;
+};
+
+class Writer {
+public:
+    Writer(const SchemaRecords& records, const CodeOptions& options)
+        : records_{records}, options_{options}, names_{records, options.prefix},
+          null_{options.language == Language::Cxx ? "nullptr" : "NULL"}
+    {
+    }
+
+    GeneratedCode write() { return {header(), source()}; }
+
+private:
+    std::string madeFrom() const
+    {
+        std::string files;
+        for (const std::string& file : records_.files)
+            files += (files.empty() ? "" : ", ") + file.substr(file.rfind('/') + 1);
+        return "Made by \"netxml schema compile\" from " + files + ". Do not edit.";
+    }
+
+    std::string header() const
+    {
+        const std::string guard = upper(identifierText(options_.headerName));
+        const std::string& p = options_.prefix;
+        return "/* " + madeFrom() + " */\n#ifndef " + guard + "\n#define " + guard +
+               "\n\n#include \"netxml/schema.h\"\n\n#ifdef __cplusplus\nextern \"C\" {\n#endif\n\n"
+               "/*\n * Registers the schema in a root that Schema_InitRoot() has prepared. The "
+               "records "
+               "are static;\n * any number of roots may hold them, but only one thread may "
+               "register "
+               "at a time.\n *\n * Returns XML_RET_OK, or what the first call that failed "
+               "returned; "
+               "the root is as it was then.\n */\nuint32_t " +
+               p +
+               "_schema_register(Schema_Root* root);\n\n/* Takes the schema out of a root "
+               "again. NULL is ignored. */\nvoid " +
+               p +
+               "_schema_deregister(Schema_Root* root);\n\n#ifdef __cplusplus\n}\n#endif\n\n"
+               "#endif\n";
+    }
+
+    // The records come first, since they tell which namespaces and built-in types are used.
+    std::string source()
+    {
+        for (const SimpleTypeRecord* type : names_.simpleTypes()) write(*type);
+        for (const AttributeRecord* attribute : names_.attributes()) write(*attribute);
+        for (const AttributeGroupRecord* group : names_.groups()) write(*group);
+        for (const ComplexTypeRecord* type : names_.complexTypes()) write(*type);
+        for (const ElementRecord* element : records_.topElements) write(*element, true);
+        writeRegistration();
+        return "/* " + madeFrom() + " */\n#include \"" + options_.headerName +
+               "\"\n\n#include <stddef.h>\n" + namespaceTexts() + forwardDeclarations() + bases() +
+               out_;
+    }
+
+    // --- pieces of text
+
+    std::string address(const RecordBase* record) const
+    {
+        return record ? "&" + names_.of(record) : null_;
+    }
+    std::string bytes(const std::string& utf8) const
+    {
+        const auto result = tool::recode(utf8, XML_ENCODING_UTF_8, XML_ENCODING_GB18030);
+        return stringLiteral(result ? *result : utf8);
+    }
+    std::string text(const std::string& utf8) const { return utf8.empty() ? null_ : bytes(utf8); }
+    std::string nameSpace(const std::string& uri)
+    {
+        if (uri.empty()) return null_;
+        const auto [place, added] = namespaces_.try_emplace(uri);
+        if (added) {
+            place->second = namespaces_.size() == 1
+                                ? "kNamespace"
+                                : "kNamespace" + std::to_string(namespaces_.size());
+        }
+        return place->second;
+    }
+    std::string array(const std::string& name, std::size_t size) const
+    {
+        return size == 0 ? null_ : name;
+    }
+    static std::string size(std::size_t count) { return std::to_string(count) + "u"; }
+
+    void comment(const RecordBase& record)
+    {
+        std::string place = record.place.file
+                                ? record.place.file->substr(record.place.file->rfind('/') + 1) +
+                                      ":" + std::to_string(record.place.line)
+                                : "";
+        if (record.source.empty() && place.empty()) return;
+        if (!place.empty() && !record.source.empty()) place += ": ";
+        out_ += "/* " + place + record.source + " */\n";
+    }
+    void define(const std::string& type, const RecordBase& record, Fields& fields,
+                bool shared = false)
+    {
+        comment(record);
+        out_ += (shared ? "const " : "static const ") + type + " " + names_.of(&record) + " = " +
+                fields.finish() + ";\n";
+    }
+    template <class Items, class Text>
+    void defineArray(const std::string& type, const std::string& name, const Items& items,
+                     Text textOf)
+    {
+        if (items.empty()) return;
+        out_ += "static const " + type + " " + name + "[] = {\n";
+        for (const auto& item : items) out_ += "    " + textOf(item) + ",\n";
+        out_ += "};\n";
+    }
+
+    // --- what stands before all records
+
+    std::string namespaceTexts() const
+    {
+        std::vector<std::pair<std::string, std::string>> sorted{namespaces_.begin(),
+                                                                namespaces_.end()};
+        std::sort(sorted.begin(), sorted.end(), [](const auto& a, const auto& b) {
+            return std::pair{a.second.size(), a.second} < std::pair{b.second.size(), b.second};
+        });
+        std::string result = "\n";
+        for (const auto& [uri, name] : sorted)
+            result += "static const char " + name + "[] = " + bytes(uri) + ";\n";
+        return result;
+    }
+
+    // Types and elements may hold each other.
+    std::string forwardDeclarations() const
+    {
+        std::string result = "\n";
+        for (const ComplexTypeRecord* type : names_.complexTypes())
+            result += "extern const Schema_ComplexType " + names_.of(type) + ";\n";
+        for (const ElementRecord* element : records_.topElements)
+            result += "extern const Schema_ElementDecl " + names_.of(element) + ";\n";
+        return result;
+    }
+
+    // The addresses of built-in types are what functions return, so they are filled in at
+    // registration. Whatever refers to one does so through an array of one.
+    std::string bases() const
+    {
+        std::string result;
+        std::string fill;
+        for (const std::string& builtin : names_.builtins()) {
+            const std::string call = "Schema_BLDIN_" + builtin + "()";
+            result += "\nstatic const Schema_SimpleType* base_" + builtin + "[1];\n";
+            if (alone_.contains(builtin))
+                result += "static const Schema_SimpleType only_" + builtin + " = {\n    base_" +
+                          builtin + ", " + null_ + ", " + null_ + ", " + null_ +
+                          ", SCHEMA_BUILTIN_NONE, 0u, 1u, 0u};\n";
+            fill += "    base_" + builtin + "[0] = " +
+                    (options_.language == Language::Cxx
+                         ? "static_cast<const Schema_SimpleType*>(" + call + ")"
+                         : "(const Schema_SimpleType*)" + call) +
+                    ";\n";
+        }
+        return result + "\nstatic void fillBases(void)\n{\n" + fill + "}\n";
+    }
+
+    // --- records
+
+    std::string simpleType(const SimpleTypeRecord* type)
+    {
+        if (!type) return null_;
+        if (type->builtin.empty()) return "&" + names_.of(type);
+        alone_.insert(type->builtin);
+        return "&only_" + type->builtin;
+    }
+
+    void write(const SimpleTypeRecord& type)
+    {
+        const std::string name = names_.of(&type);
+        out_ += "\n";
+        defineArray("Schema_Facet", name + "_facets", type.facets, [&](const FacetRecord& facet) {
+            return "{" + (facet.raw ? stringLiteral(facet.value) : bytes(facet.value)) + ", " +
+                   kFacetNames[facet.kind - SCHEMA_FACET_ENUMERATION] + ", " +
+                   kindName(facet.baseKind) + "}";
+        });
+        const bool plainBase = type.members.size() == 1 && !type.members[0]->builtin.empty();
+        if (!plainBase)
+            defineArray("Schema_SimpleType* const", name + "_members", type.members,
+                        [&](const SimpleTypeRecord* member) { return simpleType(member); });
+        const bool named = !type.name.empty();
+        Fields fields;
+        fields
+            .add(plainBase ? "base_" + type.members[0]->builtin
+                           : array(name + "_members", type.members.size()))
+            .add(array(name + "_facets", type.facets.size()))
+            .add(text(type.name))
+            .add(named ? nameSpace(type.nameSpace) : null_)
+            .add("SCHEMA_BUILTIN_NONE")
+            .add(size(type.facets.size()))
+            .add(size(type.members.size()))
+            .add("0u");
+        define("Schema_SimpleType", type, fields);
+    }
+
+    void write(const AttributeRecord& attribute)
+    {
+        out_ += "\n";
+        Fields fields;
+        fields.add(address(attribute.ref))
+            .add(simpleType(attribute.type))
+            .add(text(attribute.name))
+            .add(nameSpace(attribute.nameSpace))
+            .add(attribute.fixed ? bytes(*attribute.fixed) : null_)
+            .add(useName(attribute.use))
+            .add(formName(attribute.form))
+            .add(attribute.fixed ? "1u" : "0u");
+        define("Schema_AttributeDecl", attribute, fields);
+    }
+
+    void write(const AttributeWildcardRecord* wildcard)
+    {
+        if (!wildcard) return;
+        Fields fields;
+        fields.add(nameSpace(wildcard->targetNamespace))
+            .add(bytes(wildcard->constraint))
+            .add(processName(wildcard->processContents));
+        define("Schema_AttributeWildcard", *wildcard, fields);
+    }
+
+    void write(const AttributeGroupRecord& group)
+    {
+        const std::string name = names_.of(&group);
+        out_ += "\n";
+        defineArray("Schema_AttributeDecl* const", name + "_attributes", group.attributes,
+                    [&](const AttributeRecord* attribute) { return address(attribute); });
+        write(group.anyAttribute);
+        Fields fields;
+        fields.add(array(name + "_attributes", group.attributes.size()))
+            .add(null_)
+            .add(address(group.anyAttribute))
+            .add(null_)
+            .add(null_)
+            .add(null_)
+            .add(size(group.attributes.size()))
+            .add("0u");
+        define("Schema_AttributeGroup", group, fields);
+    }
+
+    void write(const ElementRecord& element, bool shared)
+    {
+        out_ += "\n";
+        const std::string type = element.simpleType    ? simpleType(element.simpleType)
+                                 : element.complexType ? address(element.complexType)
+                                                       : null_;
+        Fields fields;
+        fields.add(address(element.ref))
+            .add(text(element.name))
+            .add(nameSpace(element.nameSpace))
+            .add(element.head ? text(element.head->first) : null_)
+            .add(element.head ? nameSpace(element.head->second) : null_)
+            .add(type)
+            .add(element.fixed ? bytes(*element.fixed) : null_)
+            .add(countText(element.min))
+            .add(countText(element.max))
+            .add(element.complexType  ? "SCHEMA_KIND_COMPLEX_TYPE"
+                 : element.simpleType ? "SCHEMA_KIND_SIMPLE_TYPE"
+                                      : "0u")
+            .add(formName(element.form))
+            .add(element.fixed ? "1u" : "0u")
+            .add(element.abstract ? "1u" : "0u")
+            .add(element.nillable ? "1u" : "0u");
+        define("Schema_ElementDecl", element, fields, shared);
+    }
+
+    void write(const WildcardRecord& wildcard)
+    {
+        out_ += "\n";
+        Fields fields;
+        fields.add(nameSpace(wildcard.targetNamespace))
+            .add(bytes(wildcard.constraint))
+            .add(countText(wildcard.min))
+            .add(countText(wildcard.max))
+            .add(processName(wildcard.processContents));
+        define("Schema_Wildcard", wildcard, fields);
+    }
+
+    void write(const GroupRecord& group)
+    {
+        for (const ParticleRecord& particle : group.particles) {
+            if (particle.element && !particle.element->top &&
+                written_.insert(particle.element).second)
+                write(*particle.element, false);
+            else if (particle.wildcard) write(*particle.wildcard);
+            else if (particle.group) write(*particle.group);
+        }
+        const std::string name = names_.of(&group);
+        out_ += "\n";
+        defineArray("Schema_Object", name + "_particles", group.particles,
+                    [&](const ParticleRecord& particle) {
+                        if (particle.element)
+                            return "{" + address(particle.element) + ", SCHEMA_KIND_ELEMENT}";
+                        if (particle.wildcard)
+                            return "{" + address(particle.wildcard) + ", SCHEMA_KIND_WILDCARD}";
+                        return "{" + address(particle.group) + ", SCHEMA_KIND_MODEL_GROUP}";
+                    });
+        Fields fields;
+        fields.add(array(name + "_particles", group.particles.size()))
+            .add(countText(group.min))
+            .add(countText(group.max))
+            .add(size(group.particles.size()))
+            .add(compositorName(group.compositor));
+        define("Schema_ModelGroup", group, fields);
+    }
+
+    void write(const ComplexTypeRecord& type)
+    {
+        const std::string name = names_.of(&type);
+        if (type.content) write(*type.content);
+        out_ += "\n";
+        defineArray("Schema_AttributeDecl* const", name + "_attributes", type.attributes,
+                    [&](const AttributeRecord* attribute) { return address(attribute); });
+        defineArray("Schema_AttributeGroup* const", name + "_groups", type.attributeGroups,
+                    [&](const AttributeGroupRecord* group) { return address(group); });
+        write(type.anyAttribute);
+        if (type.textType)
+            out_ += "static const Schema_Derivation " + name + "_text = {\n    " + null_ + ", " +
+                    null_ + ", " + null_ + ", " + null_ + ", " + null_ + ", " + null_ + ", " +
+                    simpleType(type.textType) +
+                    ",\n    SCHEMA_KIND_SIMPLE_EXTENSION, SCHEMA_KIND_SIMPLE_TYPE, 0u, 0u, 0u};\n";
+        Fields fields;
+        fields.add(array(name + "_attributes", type.attributes.size()))
+            .add(array(name + "_groups", type.attributeGroups.size()))
+            .add(type.textType ? "&" + name + "_text" : null_)
+            .add(address(type.content))
+            .add(null_)
+            .add(address(type.anyAttribute))
+            .add(text(type.name))
+            .add(nameSpace(type.nameSpace))
+            .add(size(type.attributes.size()))
+            .add(size(type.attributeGroups.size()))
+            .add(type.mixed ? "1u" : "0u")
+            .add("0u");
+        define("Schema_ComplexType", type, fields, true);
+    }
+
+    // --- registration
+
+    void writeRegistration()
+    {
+        std::vector<std::string> objects;
+        const auto add = [&](const auto& records, const char* kind) {
+            for (const auto* record : records)
+                objects.push_back("{" + address(record) + ", " + kind + "}");
+        };
+        add(records_.topSimpleTypes, "SCHEMA_KIND_SIMPLE_TYPE");
+        add(records_.topAttributes, "SCHEMA_KIND_ATTRIBUTE");
+        add(records_.topComplexTypes, "SCHEMA_KIND_COMPLEX_TYPE");
+        add(records_.topElements, "SCHEMA_KIND_ELEMENT");
+        out_ += "\n/* What is registered, in this order. */\n";
+        defineArray("Schema_Object", "topObjects", objects,
+                    [](const std::string& object) { return object; });
+        const std::string& p = options_.prefix;
+        const bool network = !records_.networkTypes.empty();
+        if (network) writeNetworkTypes();
+        // Taken out from the last one, the others stay in their order.
+        out_ += "\n/* Takes out the first `count` objects. */\n"
+                "static void deregisterObjects(Schema_Root* root, size_t count)\n{\n"
+                "    while (count != 0) Schema_DeregTopObject(root, &topObjects[--count]);\n}\n\n"
+                "uint32_t " +
+                p +
+                "_schema_register(Schema_Root* root)\n{\n"
+                "    const size_t count = sizeof topObjects / sizeof topObjects[0];\n"
+                "    uint32_t status = XML_RET_OK;\n    size_t i;\n    fillBases();\n" +
+                (network ? "    status = nameNetworkTypes();\n"
+                           "    if (status != XML_RET_OK) return status;\n"
+                         : "") +
+                "    for (i = 0; i < count; ++i) {\n"
+                "        status = Schema_RegTopObject(root, &topObjects[i]);\n"
+                "        if (status == XML_RET_OK) continue;\n"
+                "        deregisterObjects(root, i);\n" +
+                (network ? "        releaseNetworkTypes();\n" : "") +
+                "        break;\n    }\n    return status;\n}\n\nvoid " + p +
+                "_schema_deregister(Schema_Root* root)\n{\n    if (!root) return;\n"
+                "    deregisterObjects(root, sizeof topObjects / sizeof topObjects[0]);\n" +
+                (network ? "    releaseNetworkTypes();\n" : "") + "}\n";
+    }
+
+    void writeNetworkTypes()
+    {
+        std::string names;
+        for (const std::string& type : records_.networkTypes)
+            names += (names.empty() ? "" : ", ") + stringLiteral(type);
+        const std::string uri = nameSpace(records_.networkNamespace);
+        out_ += "\n/* The types that the library checks by name get the schema's namespace while a "
+                "root holds it. */\nstatic const char* const networkTypes[] = {" +
+                names +
+                "};\nstatic const size_t networkTypeCount = sizeof networkTypes / sizeof "
+                "networkTypes[0];\nstatic uint32_t holders;\n\n"
+                "static void unnameNetworkTypes(size_t count)\n{\n"
+                "    while (count != 0)\n        Schema_ReplaceInnerTypeNS(networkTypes["
+                "--count], " +
+                uri + ", " + null_ +
+                ");\n}\n\nstatic uint32_t nameNetworkTypes(void)\n{\n    size_t i;\n"
+                "    if (holders++ != 0) return XML_RET_OK;\n"
+                "    for (i = 0; i < networkTypeCount; ++i) {\n"
+                "        const uint32_t status = Schema_ReplaceInnerTypeNS(networkTypes[i], " +
+                null_ + ", " + uri +
+                ");\n        if (status == XML_RET_OK) continue;\n"
+                "        unnameNetworkTypes(i);\n        --holders;\n        return status;\n"
+                "    }\n    return XML_RET_OK;\n}\n\n"
+                "static void releaseNetworkTypes(void)\n{\n"
+                "    if (--holders == 0) unnameNetworkTypes(networkTypeCount);\n}\n";
+    }
+
+    const SchemaRecords& records_;
+    const CodeOptions& options_;
+    RecordNames names_;
+    std::string null_;
+    std::map<std::string, std::string> namespaces_;
+    std::set<std::string> alone_;  // built-in types that stand without a restriction
+    std::set<const void*> written_;
+    std::string out_;
+};
+
+}  // namespace
+
+std::string stringLiteral(std::string_view bytes)
+{
+    constexpr char kDigits[] = "01234567";
+    std::string text = "\"";
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '"' || c == '\\') {
+            text += '\\';
+            text += c;
+        } else if (c == '?' && text.ends_with('?')) {
+            text += "\\?";  // two of them could begin a trigraph
+        } else if (byte >= 0x20 && byte < 0x7F) {
+            text += c;
+        } else {
+            text += '\\';
+            text += kDigits[byte / 64];
+            text += kDigits[byte / 8 % 8];
+            text += kDigits[byte % 8];
+        }
+    }
+    return text + "\"";
+}
+
+GeneratedCode writeCode(const SchemaRecords& records, const CodeOptions& options)
+{
+    return Writer{records, options}.write();
+}
+
+}  // namespace netxml::xsd

@@ -1,0 +1,44 @@
+// The automaton of a content model: what XML Schema accepts, exactly.
+#pragma once
+
+#include "xsd/content_model.hpp"
+
+#include <optional>
+#include <vector>
+
+namespace netxml::xsd {
+
+// A deterministic automaton with the fewest states. State 0 is the first one. Symbols are the
+// elements (by name and namespace) and wildcards of the model.
+struct ModelAutomaton {
+    static constexpr int kNone = -1;
+
+    struct State {
+        bool accepts = false;
+        std::vector<int> next;  // by symbol; kNone where there is no way on
+    };
+
+    std::vector<ContentModel> symbols;  // leaves that occur once
+    std::vector<State> states;
+
+    bool accepts(const std::vector<int>& word) const;
+    // The symbol of a leaf.
+    int symbolOf(const ContentModel& leaf) const;
+};
+
+// Nothing when the automaton would be too large, or for models with an all group.
+std::optional<ModelAutomaton> automatonOf(const ContentModel& model);
+
+// An expression of the automaton's language in which the next element always tells where it
+// belongs, or nothing when there is none (Brueggemann-Klein and Wood, "One-unambiguous regular
+// languages", 1998) or it would be too large.
+std::optional<ContentModel> deterministicForm(const ModelAutomaton& automaton);
+
+// Words that go through every state, and from every state with every symbol, to an end and beyond;
+// accepted and refused ones.
+std::vector<std::vector<int>> testWords(const ModelAutomaton& automaton);
+
+// A model with counts so small that its automaton stays small, for tests.
+ContentModel withSmallCounts(const ContentModel& model);
+
+}  // namespace netxml::xsd

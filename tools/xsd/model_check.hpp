@@ -1,0 +1,18 @@
+// Is what the engine makes of a content model what XML Schema means by it?
+#pragma once
+
+#include "xsd/content_model.hpp"
+#include "xsd/model_automaton.hpp"
+#include "xsd/records.hpp"
+
+#include <optional>
+#include <string>
+
+namespace netxml::xsd {
+
+// Validates short documents by `model` with the engine, and compares the verdicts with those of the
+// automaton of `meant`. Returns a document's children on which they differ, as "a a b: accepted",
+// or nothing. Large counts are made small in both.
+std::optional<std::string> findDifference(const ContentModel& meant, const ContentModel& model);
+
+}  // namespace netxml::xsd

@@ -1,0 +1,105 @@
+// Words by which two readers of a content model are compared.
+#include "xsd/model_automaton.hpp"
+
+#include <algorithm>
+#include <set>
+
+namespace netxml::xsd {
+namespace {
+
+using Word = std::vector<int>;
+
+constexpr std::size_t kMostWords = 600;
+constexpr std::size_t kRepeats = 3;
+
+// A shortest word to each state.
+std::vector<Word> waysTo(const ModelAutomaton& automaton)
+{
+    std::vector<Word> ways(automaton.states.size());
+    std::vector<bool> seen(automaton.states.size());
+    std::vector<int> order{0};
+    seen[0] = true;
+    for (std::size_t i = 0; i != order.size(); ++i) {
+        const auto from = static_cast<std::size_t>(order[i]);
+        for (std::size_t a = 0; a != automaton.symbols.size(); ++a) {
+            const int to = automaton.states[from].next[a];
+            if (to == ModelAutomaton::kNone || seen[static_cast<std::size_t>(to)]) continue;
+            seen[static_cast<std::size_t>(to)] = true;
+            ways[static_cast<std::size_t>(to)] = ways[from];
+            ways[static_cast<std::size_t>(to)].push_back(static_cast<int>(a));
+            order.push_back(to);
+        }
+    }
+    return ways;
+}
+
+// A shortest word from each state to an accepting one.
+std::vector<Word> waysToEnd(const ModelAutomaton& automaton)
+{
+    std::vector<Word> ways(automaton.states.size());
+    std::vector<bool> known(automaton.states.size());
+    for (std::size_t s = 0; s != known.size(); ++s) known[s] = automaton.states[s].accepts;
+    for (bool grown = true; grown;) {
+        grown = false;
+        std::vector<bool> before = known;
+        for (std::size_t s = 0; s != known.size(); ++s) {
+            for (std::size_t a = 0; a != automaton.symbols.size() && !known[s]; ++a) {
+                const int to = automaton.states[s].next[a];
+                if (to == ModelAutomaton::kNone || !before[static_cast<std::size_t>(to)]) continue;
+                ways[s] = {static_cast<int>(a)};
+                const Word& rest = ways[static_cast<std::size_t>(to)];
+                ways[s].insert(ways[s].end(), rest.begin(), rest.end());
+                known[s] = grown = true;
+            }
+        }
+    }
+    return ways;
+}
+
+Word joined(Word a, const Word& b)
+{
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+}
+
+}  // namespace
+
+std::vector<Word> testWords(const ModelAutomaton& automaton)
+{
+    const std::vector<Word> to = waysTo(automaton);
+    const std::vector<Word> end = waysToEnd(automaton);
+    std::set<Word> words;
+    const auto add = [&](const Word& word) {
+        if (words.size() < kMostWords) words.insert(word);
+    };
+    for (std::size_t s = 0; s != automaton.states.size(); ++s) {
+        add(to[s]);
+        add(joined(to[s], end[s]));
+        for (std::size_t a = 0; a != automaton.symbols.size(); ++a) {
+            const int next = automaton.states[s].next[a];
+            Word word = to[s];
+            word.push_back(static_cast<int>(a));
+            add(word);  // and where that leads nowhere, what follows is read all the same
+            add(joined(word, next == ModelAutomaton::kNone ? end[s]
+                                                           : end[static_cast<std::size_t>(next)]));
+            for (std::size_t i = 0; i != kRepeats; ++i) {
+                word.push_back(static_cast<int>(a));
+                add(word);
+            }
+            if (next == ModelAutomaton::kNone) continue;
+            // Two steps behind each way.
+            for (std::size_t b = 0; b != automaton.symbols.size(); ++b) {
+                Word longer = to[s];
+                longer.push_back(static_cast<int>(a));
+                longer.push_back(static_cast<int>(b));
+                const int last = automaton.states[static_cast<std::size_t>(next)].next[b];
+                add(last == ModelAutomaton::kNone
+                        ? longer
+                        : joined(longer, end[static_cast<std::size_t>(last)]));
+            }
+        }
+    }
+    return {words.begin(), words.end()};
+}
+
+}  // namespace netxml::xsd
