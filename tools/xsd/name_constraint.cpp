@@ -62,7 +62,7 @@ NamespaceConstraint unionOf(const NamespaceConstraint& a, const NamespaceConstra
     const std::set<std::string>& listed = a.kind == Kind::Not ? b.listed : a.listed;
     const bool excluded = listed.contains(negation.excluded);
     const bool none = listed.contains("");
-    if (excluded && none) return {};
+    if (none) return {};                       // at the most one namespace too many
     if (excluded) return {Kind::Not, {}, {}};  // all but no namespace
     return negation;
 }
