@@ -1,5 +1,7 @@
 #include "xsd/builtin_types.hpp"
 
+#include "xsd/number_range.hpp"
+
 // A character beyond ASCII, as in posix_class.hpp.
 #define BEYOND "([^\001-\177][0-9][^\001-\177][0-9]|[^\001-\177][^0-9])"
 #define NAME_START "([A-Za-z_:]|" BEYOND ")"
@@ -18,6 +20,15 @@
 #define ZONE "(Z|[-+](0[0-9]|1[0-3]):[0-5][0-9]|[-+]14:00)?"
 #define YEAR "-?([1-9][0-9]{3,}|0[1-9][0-9]{2}|00[1-9][0-9]|000[1-9])"
 #define MONTH "(0[1-9]|1[0-2])"
+// A day of each year, or the 29th of February of a leap year by the Gregorian calendar.
+#define MONTH_DAY                                                                                  \
+    "((0[13578]|1[02])-(0[1-9]|[12][0-9]|3[01])|(0[469]|11)-(0[1-9]|[12][0-9]|30)"                 \
+    "|02-(0[1-9]|1[0-9]|2[0-8]))"
+#define LEAP_YEAR                                                                                  \
+    "-?(([1-9][0-9]*)?[0-9][0-9](0[48]|[2468][048]|[13579][26])"                                   \
+    "|([1-9][0-9]*)?(0[48]|[2468][048]|[13579][26])00|[1-9][0-9]*0000)"
+#define DATE "(" YEAR "-" MONTH_DAY "|" LEAP_YEAR "-02-29)"
+#define TIME_OF_DAY "(([01][0-9]|2[0-3]):[0-5][0-9]:[0-5][0-9](\\.[0-9]+)?|24:00:00(\\.0+)?)"
 
 #define SECONDS "[0-9]+(\\.[0-9]+)?S"
 #define TIME_PART "T([0-9]+H([0-9]+M)?(" SECONDS ")?|[0-9]+M(" SECONDS ")?|" SECONDS ")"
@@ -30,8 +41,6 @@ namespace {
 
 // Without this the library would take "|" for a sign.
 constexpr const char* kSigned = "[-+]?[0-9]+";
-constexpr const char* kDateCharacters = "[-+:.TZ0-9]+";
-constexpr const char* kYears = "years before 0001 and after 9999 are refused";
 
 // clang-format off
 constexpr BuiltinRow kBuiltins[] = {
@@ -70,9 +79,9 @@ constexpr BuiltinRow kBuiltins[] = {
     {"unsignedInt",        Family::Integer,   "unsignedInt",   kSigned, "", SCHEMA_BUILTIN_UNSIGNED_INT, nullptr, true},
     {"unsignedShort",      Family::Integer,   "unsignedShort", kSigned, "", SCHEMA_BUILTIN_UNSIGNED_SHORT, nullptr, true},
     {"unsignedByte",       Family::Integer,   "unsignedByte",  kSigned, "", SCHEMA_BUILTIN_UNSIGNED_BYTE, nullptr, true},
-    {"dateTime",           Family::Date,      "dateTime",      kDateCharacters, "", SCHEMA_BUILTIN_DATE_TIME, kYears, true},
-    {"date",               Family::Date,      "date",          kDateCharacters, "", SCHEMA_BUILTIN_DATE, kYears, true},
-    {"time",               Family::Date,      "string",        "(([01][0-9]|2[0-3]):[0-5][0-9]:[0-5][0-9](\\.[0-9]+)?|24:00:00(\\.0+)?)" ZONE, "", SCHEMA_BUILTIN_TIME, nullptr, true},
+    {"dateTime",           Family::Date,      "string",        DATE "T" TIME_OF_DAY ZONE, "", SCHEMA_BUILTIN_DATE_TIME, nullptr, true},
+    {"date",               Family::Date,      "string",        DATE ZONE, "", SCHEMA_BUILTIN_DATE, nullptr, true},
+    {"time",               Family::Date,      "string",        TIME_OF_DAY ZONE, "", SCHEMA_BUILTIN_TIME, nullptr, true},
     {"gYear",              Family::Date,      "string",        YEAR ZONE, "", SCHEMA_BUILTIN_G_YEAR, nullptr, true},
     {"gYearMonth",         Family::Date,      "string",        YEAR "-" MONTH ZONE, "", SCHEMA_BUILTIN_G_YEAR_MONTH, nullptr, true},
     {"gMonth",             Family::Date,      "string",        "--" MONTH ZONE, "", SCHEMA_BUILTIN_G_MONTH, nullptr, true},
@@ -86,7 +95,31 @@ constexpr BuiltinRow kBuiltins[] = {
 
 }  // namespace
 
-const char* const kNCNameExpression = NCNAME;
+std::string itemExpression(const BuiltinRow& row)
+{
+    struct Range {
+        std::string_view name;
+        const char* lowest;  // without its minus
+        const char* highest;
+    };
+    constexpr Range kRanges[] = {
+        {"byte", "128", "127"},
+        {"short", "32768", "32767"},
+        {"int", "2147483648", "2147483647"},
+        {"long", "9223372036854775808", "9223372036854775807"},
+        {"unsignedByte", "0", "255"},
+        {"unsignedShort", "0", "65535"},
+        {"unsignedInt", "0", "4294967295"},
+        {"unsignedLong", "0", "18446744073709551615"},
+    };
+    for (const Range& range : kRanges) {
+        if (range.name == row.name) return integersBetween(range.lowest, range.highest);
+    }
+    if (row.family == Family::Base64)
+        return "([A-Za-z0-9+/]{4})*([A-Za-z0-9+/]{2}[AEIMQUYcgkosw048]=|[A-Za-z0-9+/][AQgw]==)?";
+    if (row.expression) return row.expression;
+    return row.family == Family::Text ? "[^ \t\n\r]+" : "";
+}
 
 const BuiltinRow* findBuiltin(std::string_view name)
 {

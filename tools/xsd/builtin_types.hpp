@@ -3,6 +3,7 @@
 
 #include "netxml/schema.h"
 
+#include <string>
 #include <string_view>
 
 namespace netxml::xsd {
@@ -40,7 +41,7 @@ struct BuiltinRow {
 // Nothing for a name that XML Schema does not have.
 const BuiltinRow* findBuiltin(std::string_view name);
 
-// Names without colons, as POSIX expressions write them for the encoding of trees.
-extern const char* const kNCNameExpression;
+// What an item of a list of this type matches: no white space is in it.
+std::string itemExpression(const BuiltinRow& row);
 
 }  // namespace netxml::xsd

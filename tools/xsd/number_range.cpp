@@ -139,6 +139,18 @@ std::string boundExpression(Bound bound, const DecimalNumber& limit)
     return joined(parts);
 }
 
+std::string integersBetween(const std::string& lowest, const std::string& highest)
+{
+    const auto upTo = [](const std::string& limit) {
+        if (limit == "0") return std::string{"0+"};
+        Alternatives integral;
+        integralBeside(integral, limit, false);
+        integral.push_back(limit);
+        return "0*" + joined(integral);
+    };
+    return "\\+?" + upTo(highest) + "|-" + upTo(lowest);
+}
+
 std::string equalExpression(const DecimalNumber& number)
 {
     const std::string fraction =

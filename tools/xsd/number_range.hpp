@@ -26,6 +26,9 @@ enum class Bound { AtLeast, Above, AtMost, Below };
 // alternatives at its top.
 std::string boundExpression(Bound bound, const DecimalNumber& limit);
 
+// Matches the texts of the integers from -`lowest` to `highest`, both given without a sign.
+std::string integersBetween(const std::string& lowest, const std::string& highest);
+
 // Matches the texts of one number.
 std::string equalExpression(const DecimalNumber& number);
 

@@ -174,16 +174,14 @@ const SimpleType& SimpleTypes::standing(const BuiltinRow& row)
     type.builtin = &row;
     type.ascii = row.ascii;
     type.record = native(std::string{row.native});
-    type.expression = row.expression ? row.expression : row.family == Family::Text ? kWord : "";
+    type.expression = itemExpression(row);
     if (row.expression) {
         SimpleTypeRecord& record = records_.simpleTypes.emplace_back();
         record.identifier = "xs_" + key;
         record.source = "xs:" + key;
         record.members = {type.record};
-        record.facets.push_back(patternFacet(type.expression));
+        record.facets.push_back(patternFacet(row.expression));
         type.record = &record;
-        // Of the library's numbers, dates and the like the expression only says which characters.
-        type.loose = row.native != "string";
     }
     return *(builtins_[key] = &add(type));
 }

@@ -1,0 +1,54 @@
+# netxml_add_schema(TARGET FILES X.xsd [Y.xsd ...]
+#     [PREFIX NAME] [LANG c|c++] [OPTIONS OPTION ...])
+#
+# Compiles schema documents with "netxml schema compile" and adds the records to a target:
+# X_schema.c and X_schema.h in the current binary directory, which becomes an include directory of the
+# target. The documents count together, as one schema; call it once for each schema. They are compiled
+# again when one of them changes, or a document that they include or import.
+#
+# OPTIONS are passed on, such as --include-path or --network-types. The program that links the target
+# calls X_schema_register(), and links netxml.
+function(netxml_add_schema target)
+    cmake_parse_arguments(PARSE_ARGV 1 schema "" "PREFIX;LANG" "FILES;OPTIONS")
+    if(schema_UNPARSED_ARGUMENTS)
+        message(FATAL_ERROR "netxml_add_schema: unknown arguments: ${schema_UNPARSED_ARGUMENTS}")
+    endif()
+    if(NOT schema_FILES)
+        message(FATAL_ERROR "netxml_add_schema: FILES names no schema document")
+    endif()
+    if(NOT TARGET ${target})
+        message(FATAL_ERROR "netxml_add_schema: \"${target}\" is no target")
+    endif()
+
+    list(TRANSFORM schema_FILES REPLACE "^([^/].*)$" "${CMAKE_CURRENT_SOURCE_DIR}/\\1")
+    list(GET schema_FILES 0 first)
+    get_filename_component(stem ${first} NAME_WE)
+    set(source ${CMAKE_CURRENT_BINARY_DIR}/${stem}_schema.c)
+    set(header ${CMAKE_CURRENT_BINARY_DIR}/${stem}_schema.h)
+    if("${schema_LANG}" STREQUAL "c++")
+        set(source ${CMAKE_CURRENT_BINARY_DIR}/${stem}_schema.cpp)
+        set(header ${CMAKE_CURRENT_BINARY_DIR}/${stem}_schema.hpp)
+    endif()
+    set(arguments ${schema_OPTIONS} -o ${source} -H ${header} --depfile ${source}.d)
+    if(schema_PREFIX)
+        list(APPEND arguments --prefix ${schema_PREFIX})
+    endif()
+    if(schema_LANG)
+        list(APPEND arguments --lang ${schema_LANG})
+    endif()
+
+    if(TARGET netxml-tool)
+        set(tool netxml-tool)  # in netxml's own tree
+    else()
+        find_program(NETXML_TOOL netxml REQUIRED)
+        set(tool ${NETXML_TOOL})
+    endif()
+    add_custom_command(OUTPUT ${source} ${header}
+        COMMAND ${tool} schema compile ${arguments} ${schema_FILES}
+        DEPENDS ${tool} ${schema_FILES}
+        DEPFILE ${source}.d
+        COMMENT "Compiling schema ${stem}"
+        VERBATIM)
+    target_sources(${target} PRIVATE ${source} ${header})
+    target_include_directories(${target} PUBLIC ${CMAKE_CURRENT_BINARY_DIR})
+endfunction()
