@@ -64,6 +64,21 @@ FacetRecord patternFacet(const std::string& expression)
     return {SCHEMA_FACET_PATTERN, anchored(expression), SCHEMA_BUILTIN_STRING, true};
 }
 
+// White space around values of most types does not count. Of texts in elements the parser takes it
+// away; in attributes it is part of the value.
+FacetRecord collapsedPatternFacet(const std::string& expression)
+{
+    const std::string blanks = std::string{kBlank} + "*";
+    return patternFacet(blanks + grouped(expression) + blanks);
+}
+
+bool isCollapsed(const SimpleType& type)
+{
+    if (type.isList) return true;
+    return type.builtin && type.builtin->name != "string" &&
+           type.builtin->name != "normalizedString" && type.builtin->name != "anySimpleType";
+}
+
 bool fitsInteger(const std::optional<DecimalNumber>& number)
 {
     return number && number->fraction.empty() && number->integral.size() <= kMostIntegerDigits;
@@ -180,7 +195,8 @@ const SimpleType& SimpleTypes::standing(const BuiltinRow& row)
         record.identifier = "xs_" + key;
         record.source = "xs:" + key;
         record.members = {type.record};
-        record.facets.push_back(patternFacet(row.expression));
+        record.facets.push_back(row.native == "string" ? collapsedPatternFacet(row.expression)
+                                                       : patternFacet(row.expression));
         type.record = &record;
     }
     return *(builtins_[key] = &add(type));
@@ -321,7 +337,7 @@ const SimpleType& SimpleTypes::listOf(const SimpleType& item, SimpleTypeRecord& 
     if (type.item.empty()) type.item = kWord;
     type.expression = "(" + listExpression(type.item, "*") + ")?";
     to.members = {native("string")};
-    to.facets.push_back(patternFacet(type.expression));
+    to.facets.push_back(collapsedPatternFacet(type.expression));
     return add(type);
 }
 
@@ -399,7 +415,7 @@ void SimpleTypes::addPatterns(const Facets& facets, SimpleTypeRecord& to, Simple
     if (expressions.empty()) return;
     // Of several in one step one must match.
     const std::string all = alternativesOf(expressions);
-    to.facets.push_back(patternFacet(all));
+    to.facets.push_back(isCollapsed(type) ? collapsedPatternFacet(all) : patternFacet(all));
     if (!type.isList) {
         type.expression = all;
         type.loose = type.builtin == nullptr || type.builtin->expression != nullptr;
@@ -421,7 +437,7 @@ void SimpleTypes::addLength(const SimpleType& base, const SchemaNode& facet, Sim
         else if (kind == "length") expression = listExpression(base.item, "{" + less + "}");
         else if (kind == "minLength") expression = listExpression(base.item, "{" + less + ",}");
         else expression = "(" + listExpression(base.item, "{0," + less + "}") + ")?";
-        to.facets.push_back(patternFacet(expression));
+        to.facets.push_back(collapsedPatternFacet(expression));
         return;
     }
     if (!base.builtin || base.builtin->family == Family::Base64) {
@@ -449,10 +465,11 @@ void SimpleTypes::addDigits(const SimpleType& base, const SchemaNode& facet, Sim
     const Family family = base.builtin ? base.builtin->family : Family::Text;
     if (family == Family::Integer) {
         if (total)
-            to.facets.push_back(patternFacet("[-+]?0*[0-9]{1," + std::to_string(count) + "}"));
+            to.facets.push_back(
+                collapsedPatternFacet("[-+]?0*[0-9]{1," + std::to_string(count) + "}"));
     } else if (family == Family::Decimal && count <= 64) {
-        to.facets.push_back(
-            patternFacet(total ? totalDigitsExpression(count) : fractionDigitsExpression(count)));
+        to.facets.push_back(collapsedPatternFacet(total ? totalDigitsExpression(count)
+                                                        : fractionDigitsExpression(count)));
     } else {
         diagnostics_.approximate(facet.place, "\"" + facet.name.local +
                                                   "\" is not checked for values of this type.");
@@ -477,7 +494,7 @@ void SimpleTypes::addBounds(const SimpleType& base, const SchemaNode& facet, Sim
         if (plain.value.starts_with('+')) plain.value.erase(0, 1);
         to.facets.push_back(plain);
     } else if ((family == Family::Integer || family == Family::Decimal) && number) {
-        to.facets.push_back(patternFacet(boundExpression(bound, *number)));
+        to.facets.push_back(collapsedPatternFacet(boundExpression(bound, *number)));
     } else if (family == Family::Date) {
         to.facets.push_back(direct);
     } else if (family == Family::Integer || family == Family::Decimal) {
@@ -521,7 +538,7 @@ void SimpleTypes::addEnumerations(const SimpleType& base, const Facets& facets,
         if (!direct) {
             std::erase_if(to.facets,
                           [](const auto& f) { return f.kind == SCHEMA_FACET_ENUMERATION; });
-            to.facets.push_back(patternFacet(alternativesOf(numbers)));
+            to.facets.push_back(collapsedPatternFacet(alternativesOf(numbers)));
         }
     }
     type.expression = alternativesOf(numbers.empty() ? texts : numbers);
@@ -539,7 +556,7 @@ const SimpleType* SimpleTypes::fixedTo(const SimpleType& base, const std::string
     record.place = place;
     record.source = "fixed=\"" + collapsed(value) + "\"";
     record.members = {base.record};
-    record.facets.push_back(patternFacet(equalExpression(*number)));
+    record.facets.push_back(collapsedPatternFacet(equalExpression(*number)));
     SimpleType type = base;
     type.record = &record;
     return &add(type);

@@ -1,0 +1,31 @@
+/* The error of an operation, as <rpc-error> says it (RFC 6241, section 4.3 and appendix A).
+ *
+ * A function that may refuse returns false and stores the element in `*error`, which stays NULL
+ * when it was memory that ran out. The caller owns the element.
+ */
+#ifndef AGENT_RPC_ERROR_H
+#define AGENT_RPC_ERROR_H
+
+#include <netxml/dom.h>
+#include <netxml/schema.h>
+#include <stdbool.h>
+
+/* What is wrong. Only `type` and `tag` must be set. */
+typedef struct RpcError {
+    const char* type; /* transport, rpc, protocol or application */
+    const char* tag;
+    const XML_DOM_Node* node; /* where */
+    const char* message;
+    const char* badAttribute;
+    const char* badElement;
+    const char* badNamespace;
+    const char* sessionId;
+} RpcError;
+
+/* Stores the element for `what` in `*error`; returns false, for the caller to return. */
+bool refuse(XML_DOM_Node** error, const RpcError* what);
+
+/* Refuses for what a validation has found, with the validator's sentence. `type` as above. */
+bool refuseVerdict(XML_DOM_Node** error, const char* type, const Schema_ValidateResult* result);
+
+#endif
