@@ -62,7 +62,7 @@ constexpr BuiltinRow kBuiltins[] = {
     {"anyURI",             Family::Text,      "string",        nullptr, "", SCHEMA_BUILTIN_STRING, nullptr, false},
     {"QName",              Family::Text,      "string",        "(" NCNAME ":)?" NCNAME, "", SCHEMA_BUILTIN_STRING, "that the prefix of a \"QName\" is declared is not checked", false},
     {"NOTATION",           Family::Text,      "string",        "(" NCNAME ":)?" NCNAME, "", SCHEMA_BUILTIN_STRING, "that a \"NOTATION\" is declared is not checked", false},
-    {"boolean",            Family::Text,      "string",        "true|false|1|0", "", SCHEMA_BUILTIN_STRING, nullptr, true},
+    {"boolean",            Family::Text,      "boolean",       nullptr, "", SCHEMA_BUILTIN_STRING, nullptr, true},
     {"decimal",            Family::Decimal,   "string",        "[-+]?([0-9]+(\\.[0-9]*)?|\\.[0-9]+)", "", SCHEMA_BUILTIN_STRING, nullptr, true},
     {"float",              Family::Float,     "string",        "[-+]?([0-9]+(\\.[0-9]*)?|\\.[0-9]+)([Ee][-+]?[0-9]+)?|-?INF|NaN", "", SCHEMA_BUILTIN_STRING, nullptr, true},
     {"double",             Family::Float,     "string",        "[-+]?([0-9]+(\\.[0-9]*)?|\\.[0-9]+)([Ee][-+]?[0-9]+)?|-?INF|NaN", "", SCHEMA_BUILTIN_STRING, nullptr, true},
@@ -115,6 +115,7 @@ std::string itemExpression(const BuiltinRow& row)
     for (const Range& range : kRanges) {
         if (range.name == row.name) return integersBetween(range.lowest, range.highest);
     }
+    if (row.name == "boolean") return "true|false|1|0";
     if (row.family == Family::Base64)
         return "([A-Za-z0-9+/]{4})*([A-Za-z0-9+/]{2}[AEIMQUYcgkosw048]=|[A-Za-z0-9+/][AQgw]==)?";
     if (row.expression) return row.expression;
