@@ -52,13 +52,14 @@ void Components::fill(Type& type)
             chain.pop_back();
             continue;
         }
-        Type* base = next.open ? nullptr : baseOf(next);
+        const bool again = next.open;  // its base is filled
+        next.open = true;
+        Type* base = again ? nullptr : baseOf(next);
         if (base && base->open) {
             diagnostics_.error(next.at.node->place,
                                "the type \"" + next.record->name + "\" is derived from itself.");
             base = nullptr;
         }
-        next.open = true;
         if (base && !base->filled) {
             chain.push_back(base);
             continue;

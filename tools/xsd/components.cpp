@@ -160,6 +160,13 @@ void Components::describe(ElementRecord& record, const Component& at)
     else if (type.complex) record.complexType = type.complex->record;
     setValue(record, at, type);
     checkAbsent(at);
+    if (record.nillable && isTrue(at.node->get("nillable")))
+        diagnostics_.approximate(at.node->place, "an empty element is accepted without "
+                                                 "\"xsi:nil\", and its value is not looked at.");
+    if (type.complex && type.complex->at && isTrue(type.complex->at.node->get("abstract")))
+        diagnostics_.approximate(at.node->place,
+                                 "the type of this element is abstract: what \"xsi:type\" says is "
+                                 "not read, and what the type itself admits is accepted.");
 }
 
 const ElementRecord* Components::topElement(const QName& name, const Component& from)
