@@ -3,6 +3,8 @@
 #include "display_width.hpp"
 #include "utf8_text.hpp"
 
+#include <algorithm>
+
 namespace netxml::tool {
 namespace {
 
@@ -110,29 +112,8 @@ std::string blanksFor(std::string_view text)
     return blanks;
 }
 
-}  // namespace
-
-Place placeOf(std::string_view text, std::size_t offset)
+void showInLine(Problem& problem, std::string_view line, std::size_t place)
 {
-    Place place;
-    for (std::size_t at = 0; at < offset && at < text.size(); ++at) {
-        if (endsLine(text, at)) {
-            ++place.line;
-            place.column = 1;
-        } else if (!continuesCharacter(text[at])) {
-            ++place.column;
-        }
-    }
-    return place;
-}
-
-void showPlace(Problem& problem, std::string_view text)
-{
-    const std::size_t begin =
-        problem.line == 0 ? std::string_view::npos : lineBegin(text, problem.line);
-    if (begin == std::string_view::npos || begin > text.size()) return;
-    const std::string_view line = text.substr(begin, lineEnd(text, begin) - begin);
-    const std::size_t place = columnOffset(line, problem.column);
     const Window window{line, place};
     const bool cutFront = window.begin() != 0;
 
@@ -144,17 +125,73 @@ void showPlace(Problem& problem, std::string_view text)
     problem.caretLine += blanksFor(before) + "^";
 }
 
-Problem problemAt(const std::string& file, std::string_view text, std::size_t offset,
-                  std::string message, ToolCode code)
+Problem problemOf(const std::string& file, Place place, std::string message, ToolCode code)
 {
-    const Place place = placeOf(text, offset);
     Problem problem;
     problem.file = file;
     problem.line = place.line;
     problem.column = place.column;
     problem.message = std::move(message);
     problem.code = static_cast<std::uint32_t>(code);
+    return problem;
+}
+
+}  // namespace
+
+Place PlaceFinder::at(std::size_t offset)
+{
+    for (; at_ < offset && at_ < text_.size(); ++at_) {
+        if (endsLine(text_, at_)) {
+            ++place_.line;
+            place_.column = 1;
+            lineBegin_ = at_ + 1;
+            lineEnd_ = std::string_view::npos;
+        } else if (!continuesCharacter(text_[at_])) {
+            ++place_.column;
+        }
+    }
+    return place_;
+}
+
+std::string_view PlaceFinder::line()
+{
+    if (lineEnd_ == std::string_view::npos) lineEnd_ = tool::lineEnd(text_, lineBegin_);
+    return text_.substr(lineBegin_, lineEnd_ - lineBegin_);
+}
+
+std::size_t PlaceFinder::offsetInLine() const
+{
+    return at_ - lineBegin_;
+}
+
+Place placeOf(std::string_view text, std::size_t offset)
+{
+    return PlaceFinder{text}.at(offset);
+}
+
+void showPlace(Problem& problem, std::string_view text)
+{
+    const std::size_t begin =
+        problem.line == 0 ? std::string_view::npos : lineBegin(text, problem.line);
+    if (begin == std::string_view::npos || begin > text.size()) return;
+    const std::string_view line = text.substr(begin, lineEnd(text, begin) - begin);
+    showInLine(problem, line, columnOffset(line, problem.column));
+}
+
+Problem problemAt(const std::string& file, std::string_view text, std::size_t offset,
+                  std::string message, ToolCode code)
+{
+    Problem problem = problemOf(file, placeOf(text, offset), std::move(message), code);
     showPlace(problem, text);
+    return problem;
+}
+
+Problem problemAt(const std::string& file, PlaceFinder& finder, Place place, std::string message,
+                  ToolCode code)
+{
+    Problem problem = problemOf(file, place, std::move(message), code);
+    const std::string_view line = finder.line();
+    showInLine(problem, line, std::min(finder.offsetInLine(), line.size()));
     return problem;
 }
 

@@ -29,17 +29,17 @@ ChosenSchema::ChosenSchema(const Options& options)
     const KnownSchema* known = files.size() == 1 ? findSchema(files.front()) : nullptr;
     if (known) {
         known_.emplace(*known);
+        elements_.emplace(*known_->root());
         return;
     }
     compiled_ = xsd::compileSchema(options.schemas);
     if (!options.quiet || compiled_->failed) outcome_.problems = inShort(compiled_->problems);
-    if (compiled_->failed) outcome_.status = Status::Schema;
-    else runtime_ = std::make_unique<xsd::RuntimeSchema>(compiled_->records);
-}
-
-const Schema_Root* ChosenSchema::root() const
-{
-    return known_ ? known_->root() : runtime_ ? runtime_->root() : nullptr;
+    if (compiled_->failed) {
+        outcome_.status = Status::Schema;
+        return;
+    }
+    runtime_ = std::make_unique<xsd::RuntimeSchema>(compiled_->records);
+    elements_.emplace(*runtime_->root());
 }
 
 }  // namespace netxml::tool

@@ -4,6 +4,7 @@
 #include "known_schema.hpp"
 #include "options.hpp"
 #include "outcome.hpp"
+#include "top_level_index.hpp"
 #include "xsd/compile_schema.hpp"
 #include "xsd/runtime_schema.hpp"
 
@@ -21,12 +22,13 @@ public:
     // What is wrong with the documents, and what their records say otherwise.
     const Outcome& outcome() const { return outcome_; }
     // Nothing when the schema cannot be used.
-    const Schema_Root* root() const;
+    const TopLevelIndex* elements() const { return elements_ ? &*elements_ : nullptr; }
 
 private:
     std::optional<RegisteredSchema> known_;
     std::unique_ptr<xsd::CompiledSchema> compiled_;
     std::unique_ptr<xsd::RuntimeSchema> runtime_;
+    std::optional<TopLevelIndex> elements_;
     Outcome outcome_;
 };
 

@@ -16,6 +16,7 @@
 namespace netxml::tool {
 namespace {
 
+constexpr unsigned kMostErrors = 0xFFFFFFFF;
 constexpr unsigned kMostJobs = 256;
 constexpr unsigned kWidestIndentation = 16;
 
@@ -256,6 +257,10 @@ void CommandLine::addValidate()
         ->required()
         ->allow_extra_args(false)
         ->type_name("X.xsd");
+    app->add_option("--max-errors", options_.maxErrors,
+                    "Violations to report of a file (20); 0 is no limit")
+        ->check(CLI::Range(0u, kMostErrors).description(""))
+        ->type_name("N");
     addSchemaOptions(*app);
     addFiles(*app);
 }

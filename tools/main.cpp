@@ -100,8 +100,8 @@ Status runAll(Options& options)
             return reporter.status();
         }
         reporter.report(schema->outcome());
-        options.schemaRoot = schema->root();
-        if (!options.schemaRoot) return reporter.status();
+        options.schema = schema->elements();
+        if (!options.schema) return reporter.status();
     }
     runInOrder(
         list.files.size(), options.jobs,

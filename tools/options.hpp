@@ -2,14 +2,16 @@
 #pragma once
 
 #include "netxml/base.h"
-#include "netxml/schema.h"
 #include "xsd/code_writer.hpp"
 #include "xsd/schema_options.hpp"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace netxml::tool {
+
+class TopLevelIndex;
 
 enum class Command { Check, Format, Convert, Tree, Path, Validate, CompileSchema };
 enum class ColorUse { Auto, Always, Never };
@@ -34,8 +36,9 @@ struct Options {
 
     std::string path;  // path
 
-    xsd::SchemaOptions schemas;               // validate, schema compile
-    const Schema_Root* schemaRoot = nullptr;  // validate
+    xsd::SchemaOptions schemas;             // validate, schema compile
+    const TopLevelIndex* schema = nullptr;  // validate: what the documents declare
+    std::uint32_t maxErrors = 20;           // of a file; 0 is no limit
 
     std::string sourcePath;  // schema compile; empty: named after the schema
     std::string headerPath;

@@ -21,6 +21,7 @@ enum class ToolCode : std::uint32_t {
     NotInEncoding = 2004,
     EncodingChanges = 2005,
     NotValid = 2006,
+    MoreViolations = 2007,
     File = 2010,
     SchemaBroken = 2020,
     SchemaApproximated = 2021,

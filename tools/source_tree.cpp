@@ -6,10 +6,12 @@
 #include "tree_text.hpp"
 #include "utf8_text.hpp"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <initializer_list>
 #include <optional>
+#include <unordered_set>
 
 namespace netxml::tool {
 namespace {
@@ -76,18 +78,32 @@ Failure noTree(SourceText& source, const char* report)
     return Failure{Status::Rejected, std::move(problem)};
 }
 
-// How many elements stand before one, in document order.
-struct Count {
-    const XML_DOM_Node* wanted;
-    std::size_t before = 0;
+// Goes through a tree and the tags of its text side by side.
+struct TagSearch {
+    std::string_view text;
+    Pieces pieces;
+    std::unordered_map<const XML_DOM_Node*, std::size_t>& offsets;  // of those that are wanted
+    std::size_t missing;
+
+    std::size_t nextTag()
+    {
+        for (Piece piece; pieces.next(piece);) {
+            if (piece.kind == PieceKind::StartTag || piece.kind == PieceKind::EmptyTag)
+                return static_cast<std::size_t>(piece.text.data() - text.data());
+        }
+        return text.size();
+    }
 };
 
-std::uint32_t countElement(XML_DOM_Node* node, void* context)
+std::uint32_t visit(XML_DOM_Node* node, void* context)
 {
-    Count& count = *static_cast<Count*>(context);
-    if (node == count.wanted) return 1;
-    if (XML_DOM_GetNodeType(node) == XML_DOM_NODE_ELEMENT) ++count.before;
-    return 0;
+    TagSearch& search = *static_cast<TagSearch*>(context);
+    if (XML_DOM_GetNodeType(node) != XML_DOM_NODE_ELEMENT) return 0;
+    const std::size_t offset = search.nextTag();
+    const auto wanted = search.offsets.find(node);
+    if (wanted == search.offsets.end()) return 0;
+    wanted->second = offset;
+    return --search.missing == 0 ? 1 : 0;
 }
 
 }  // namespace
@@ -105,27 +121,69 @@ Tree buildTree(SourceText& source)
     return tree;
 }
 
-std::size_t startTagOffset(std::string_view text, const Tree& tree, const XML_DOM_Node* node)
+ElementPlaces::ElementPlaces(std::string_view text, const Tree& tree,
+                             const std::vector<const XML_DOM_Node*>& elements)
 {
-    Count count{node};
-    XML_DOM_ScanTree(tree.get(), countElement, &count);
-    Pieces pieces{text};
-    for (Piece piece; pieces.next(piece);) {
-        if (piece.kind != PieceKind::StartTag && piece.kind != PieceKind::EmptyTag) continue;
-        if (count.before-- == 0) return static_cast<std::size_t>(piece.text.data() - text.data());
+    std::unordered_set<const XML_DOM_Node*> parents;
+    for (const XML_DOM_Node* element : elements) {
+        offsets_.emplace(element, text.size());
+        const XML_DOM_Node* node = element;
+        for (; node && positions_.emplace(node, 1).second; node = XML_DOM_GetNodeParent(node))
+            parents.insert(XML_DOM_GetNodeParent(node));
     }
-    return text.size();
+    parents.erase(nullptr);
+    for (const XML_DOM_Node* parent : parents) addPositions(parent);
+    if (offsets_.empty()) return;
+    TagSearch search{text, Pieces{text}, offsets_, offsets_.size()};
+    XML_DOM_ScanTree(tree.get(), visit, &search);
 }
 
-std::string shownPath(const XML_DOM_Node* node)
+void ElementPlaces::addPositions(const XML_DOM_Node* parent)
 {
-    std::string path(kLongestPath, '\0');
-    std::size_t size = XML_DOM_GetXPath(node, path.size(), path.data());
-    while (size + 1 == path.size()) {  // it may have been cut
-        path.resize(2 * path.size());
-        size = XML_DOM_GetXPath(node, path.size(), path.data());
+    std::unordered_map<std::string_view, std::size_t> counts;
+    const XML_DOM_Node* child = XML_DOM_GetFirstChild(parent);
+    for (; child; child = XML_DOM_GetNextSibling(child)) {
+        if (XML_DOM_GetNodeType(child) != XML_DOM_NODE_ELEMENT) continue;
+        const std::size_t position = ++counts[XML_DOM_GetNodeName(child)];
+        const auto wanted = positions_.find(child);
+        if (wanted != positions_.end()) wanted->second = position;
     }
-    path.resize(size);
+}
+
+std::size_t ElementPlaces::offsetOf(const XML_DOM_Node* element) const
+{
+    return offsets_.at(element);
+}
+
+// The top of a tree has no position.
+std::string ElementPlaces::stepOf(const XML_DOM_Node* element) const
+{
+    std::string step = std::string{"/"} + XML_DOM_GetNodeName(element);
+    if (XML_DOM_GetNodeParent(element)) step += "[" + std::to_string(positions_.at(element)) + "]";
+    return step;
+}
+
+std::string ElementPlaces::beginningOfPath(const XML_DOM_Node* element, std::size_t size) const
+{
+    std::vector<const XML_DOM_Node*> upward;
+    for (; element; element = XML_DOM_GetNodeParent(element)) upward.push_back(element);
+    std::string path;
+    for (; !upward.empty() && path.size() < size; upward.pop_back()) path += stepOf(upward.back());
+    return path;
+}
+
+std::string ElementPlaces::shownPath(const XML_DOM_Node* element) const
+{
+    // A character of four bytes may have two in UTF-8, so this is long enough to be cut there.
+    constexpr std::size_t kEnough = 2 * kLongestPath + 1;
+    std::vector<std::string> upward;
+    std::size_t size = 0;
+    for (; element && size < kEnough; element = XML_DOM_GetNodeParent(element)) {
+        upward.push_back(stepOf(element));
+        size += upward.back().size();
+    }
+    std::string path;
+    for (; !upward.empty(); upward.pop_back()) path += upward.back();
     path = textOfTree(path);
     if (path.size() <= kLongestPath) return path;
     return "..." + path.substr(std::min(path.find('/', path.size() - kLongestPath), path.size()));

@@ -1,41 +1,70 @@
-// netxml validate: does a file fit its schema?
+// netxml validate: does a file fit its schema, and where does it not?
 #include "caret.hpp"
 #include "commands.hpp"
 #include "source_tree.hpp"
 #include "tree_text.hpp"
+#include "validation_run.hpp"
 
+#include <algorithm>
 #include <limits>
 
 namespace netxml::tool {
 namespace {
 
-constexpr std::uint32_t kLongestSentence = 16384;  // bytes; longer ones are cut
-
-std::string sentenceOf(const Schema_ValidateResult& result)
+// In the order of the document; of those about one element the one that was found first.
+void sortByPlace(std::vector<Violation>& violations, const ElementPlaces& places)
 {
-    std::string sentence(kLongestSentence, '\0');
-    Schema_GetErrorDesc(&result, kLongestSentence, sentence.data());
-    return textOfTree(sentence.c_str());
+    std::stable_sort(violations.begin(), violations.end(),
+                     [&](const Violation& a, const Violation& b) {
+                         return places.offsetOf(a.node) < places.offsetOf(b.node);
+                     });
 }
 
-Problem violation(SourceText& source, const Tree& tree, const Schema_ValidateResult& result)
+void addViolations(Outcome& outcome, SourceText& source, const Tree& tree,
+                   std::vector<Violation> violations)
 {
     source.decode();
-    Problem problem =
-        problemAt(source.name(), source.text(), startTagOffset(source.text(), tree, result.node),
-                  sentenceOf(result), ToolCode::NotValid);
-    problem.violation = result.code;
-    problem.path = shownPath(result.node);
-    return problem;
+    std::vector<const XML_DOM_Node*> elements;
+    for (const Violation& violation : violations) elements.push_back(violation.node);
+    const ElementPlaces places{source.text(), tree, elements};
+    sortByPlace(violations, places);
+
+    PlaceFinder finder{source.text()};
+    for (const Violation& violation : violations) {
+        const XML_DOM_Node* element = violation.node;
+        const std::string path = places.beginningOfPath(element, kPathInSentence);
+        const Place place = finder.at(places.offsetOf(element));
+        Problem problem =
+            problemAt(source.name(), finder, place, textOfTree(sentenceWithPath(violation, path)),
+                      ToolCode::NotValid);
+        problem.violation = violation.code;
+        problem.path = places.shownPath(element);
+        outcome.problems.push_back(std::move(problem));
+    }
 }
 
-Failure noVerdict(const SourceText& source)
+Problem withoutPlace(const SourceText& source, ToolCode code, std::string message)
 {
     Problem problem;
     problem.file = source.name();
-    problem.message = "internal error: no verdict: memory has run out, or the schema is broken.";
-    problem.code = static_cast<std::uint32_t>(ToolCode::Internal);
-    return Failure{Status::File, std::move(problem)};
+    problem.message = std::move(message);
+    problem.code = static_cast<std::uint32_t>(code);
+    return problem;
+}
+
+Problem noVerdict(const SourceText& source)
+{
+    return withoutPlace(source, ToolCode::Internal,
+                        "internal error: no verdict: memory has run out, or the schema is broken.");
+}
+
+Problem moreViolations(const SourceText& source, std::size_t limit)
+{
+    Problem problem =
+        withoutPlace(source, ToolCode::MoreViolations,
+                     "there are more violations; --max-errors is " + std::to_string(limit) + ".");
+    problem.severity = Problem::Severity::Warning;
+    return problem;
 }
 
 // Tells the progress bar that the bytes have been gone over once more.
@@ -52,17 +81,20 @@ Outcome validateFile(const std::string& file, const Options& options, ProgressBa
     SourceText source{file, progress};
     source.parse(nullptr);
     const Tree tree = buildTree(source);
-    Schema_ValidateResult result;
-    if (Schema_ValidateXml(tree.get(), options.schemaRoot, &result) != XML_RET_OK)
-        throw noVerdict(source);
+    Findings findings = ValidationRun{*options.schema, tree.get()}.run(options.maxErrors);
     countAll(source);
 
     Outcome outcome;
-    if (result.code != SCHEMA_VALID) {
+    if (!findings.violations.empty()) {
         outcome.status = Status::Invalid;
-        outcome.problems.push_back(violation(source, tree, result));
-    } else if (!options.quiet) {
+        addViolations(outcome, source, tree, std::move(findings.violations));
+    } else if (!findings.broken && !options.quiet) {
         outcome.output = source.name() + ": valid\n";
+    }
+    if (findings.more) outcome.problems.push_back(moreViolations(source, options.maxErrors));
+    if (findings.broken) {
+        outcome.problems.push_back(noVerdict(source));
+        outcome.worsen(Status::File);
     }
     return outcome;
 }

@@ -33,6 +33,7 @@ const CompletionCase kCompletions[] = {
     {"convert takes one file", "netxml convert --re", ""},
     {"validate takes several", "netxml validate --re", "--recursive"},
     {"the schema's option", "netxml validate --sch", "--schema"},
+    {"the limit's option", "netxml validate --max", "--max-errors"},
     {"files", "netxml check /dev/nul", "/dev/null"},
 };
 

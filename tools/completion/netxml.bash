@@ -48,7 +48,7 @@ _netxml()
         schema)
             COMPREPLY=($(compgen -W "compile --help" -- "$word"))
             return ;;
-        -j | --jobs)
+        -j | --jobs | --max-errors)
             return ;;
     esac
 
@@ -56,7 +56,7 @@ _netxml()
         case $command in
             format) common="$common $several --indent --check --in-place --drop-doctype" ;;
             convert) common="$common --to --output" ;;
-            validate) common="$common $several --schema $schemas" ;;
+            validate) common="$common $several --schema --max-errors $schemas" ;;
             schema) common="$common --output --header --prefix --lang --namespace-map --depfile \
                 --list-outputs $schemas" ;;
             *) common="$common $several" ;;
