@@ -49,16 +49,27 @@ bool isPlainGroup(const ContentModel& model, bool repeats)
     return true;
 }
 
+// Whether so many times {min,max} leaves no number out between the least and the most: what one
+// time more begins with must join what one time less ends with.
+bool leavesNoGap(std::uint32_t times, const ContentModel& inner)
+{
+    if (times == 0) return inner.min <= 1;
+    if (inner.max == kUnbounded) return true;
+    return (std::uint64_t{times} + 1) * inner.min <= std::uint64_t{times} * inner.max + 1;
+}
+
 // A group around one part, as one term; nothing when the two say more than one can.
 std::optional<ContentModel> merged(const ContentModel& outer, const ContentModel& inner)
 {
-    const bool once = (outer.min == 1 && outer.max == 1) || (inner.min == 1 && inner.max == 1);
-    // Between counts of the inner one there must be no gap.
-    if (!once && inner.min > 1) return std::nullopt;
+    const bool fixed = outer.min == outer.max;
     ContentModel result = inner;
     result.min = times(outer.min, inner.min);
     result.max = times(outer.max, inner.max);
-    return result;
+    if (fixed || leavesNoGap(outer.min, inner)) return result;
+    if (outer.min != 0 || (outer.max != 1 && !leavesNoGap(1, inner))) return std::nullopt;
+    // None at all, or once and more.
+    result.min = inner.min;
+    return group(Kind::Sequence, {result}, 0, 1);
 }
 
 void appendPart(ContentModel& to, ContentModel part)
@@ -90,6 +101,7 @@ ContentModel simplifiedTerm(const ContentModel& model)
         result.max == 1)
         result.min = 1;
     if (result.parts.size() != 1 || result.kind == Kind::All) return result;
+    if (result.min == 0 && result.max == 1 && result.parts.front().min > 1) return result;
     return merged(result, result.parts.front()).value_or(result);
 }
 

@@ -45,7 +45,8 @@ std::string beside(char digit, bool larger, bool leading)
     return larger ? digits(value + 1, 9) : digits(leading ? 1 : 0, value - 1);
 }
 
-// Integral parts that are larger, or smaller, than `limit`, written without zeros before them.
+// Integral parts that are larger, or smaller, than `limit`, written without zeros before them, and
+// not 0 itself, which has no digits then.
 void integralBeside(Alternatives& to, const std::string& limit, bool larger)
 {
     for (std::size_t i = 0; i != limit.size(); ++i) {
@@ -54,12 +55,9 @@ void integralBeside(Alternatives& to, const std::string& limit, bool larger)
             to.push_back(limit.substr(0, i) + digit + anyDigits(limit.size() - i - 1));
     }
     if (larger) to.push_back("[1-9]" + anyDigits(limit.size()) + "[0-9]*");
-    else if (limit.size() > 1) {
-        const std::string most = std::to_string(limit.size() - 2);
-        to.push_back(limit.size() == 2 ? "[1-9]?" : "([1-9][0-9]{0," + most + "})?");
-    } else if (limit.size() == 1) {
-        to.emplace_back();  // 0 has no digits then
-    }
+    else if (limit.size() > 2)
+        to.push_back("[1-9][0-9]{0," + std::to_string(limit.size() - 2) + "}");
+    else if (limit.size() == 2) to.emplace_back("[1-9]");
 }
 
 // The fractions behind an equal integral part that are above or below `limit`, or equal to it.
@@ -83,6 +81,7 @@ std::string magnitude(const DecimalNumber& limit, bool larger, bool equal)
     Alternatives whole;
     Alternatives integral;
     integralBeside(integral, limit.integral, larger);
+    if (!larger && !limit.integral.empty()) integral.emplace_back();  // 0
     if (!integral.empty()) whole.push_back(joined(integral) + kAnyFraction);
     const Alternatives fractions = fractionsBeside(limit.fraction, larger, equal);
     if (!fractions.empty()) whole.push_back(limit.integral + joined(fractions));
@@ -146,7 +145,7 @@ std::string integersBetween(const std::string& lowest, const std::string& highes
         Alternatives integral;
         integralBeside(integral, limit, false);
         integral.push_back(limit);
-        return "0*" + joined(integral);
+        return "(0+|0*" + joined(integral) + ")";
     };
     return "\\+?" + upTo(highest) + "|-" + upTo(lowest);
 }

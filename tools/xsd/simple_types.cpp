@@ -15,6 +15,7 @@ constexpr std::string_view kNetworkTypes[] = {"OID",        "_Ipv6Address", "IPV
                                               "_PortRange", "_VlanRange",   "_Ipv4Mask"};
 constexpr const char* kWord = "[^ \t\n\r]+";
 constexpr const char* kBlank = "[ \t\n\r]";
+constexpr unsigned kMostCounted = 32;           // characters that an expression counts
 constexpr std::size_t kMostIntegerDigits = 18;  // more may be too large for 64 bits
 
 // White space around it left out, and of that inside one blank.
@@ -41,11 +42,16 @@ std::vector<std::string> words(const std::string& list)
     return result;
 }
 
+// An empty one makes the others optional.
 std::string alternativesOf(const std::vector<std::string>& expressions)
 {
     std::string text;
-    for (const std::string& one : expressions) text += (text.empty() ? "" : "|") + one;
-    return text;
+    bool optional = false;
+    for (const std::string& one : expressions) {
+        if (one.empty()) optional = true;
+        else text += (text.empty() ? "" : "|") + one;
+    }
+    return optional && !text.empty() ? "(" + text + ")?" : text;
 }
 
 std::string grouped(const std::string& expression)
@@ -70,6 +76,12 @@ FacetRecord collapsedPatternFacet(const std::string& expression)
 {
     const std::string blanks = std::string{kBlank} + "*";
     return patternFacet(blanks + grouped(expression) + blanks);
+}
+
+// Days and months without a year, which the library does not order.
+bool isPartOfDate(std::string_view name)
+{
+    return name == "gDay" || name == "gMonth" || name == "gMonthDay";
 }
 
 bool isCollapsed(const SimpleType& type)
@@ -447,6 +459,14 @@ void SimpleTypes::addLength(const SimpleType& base, const SchemaNode& facet, Sim
     }
     const bool hex = base.builtin->family == Family::HexBinary;
     const bool exact = base.ascii || count == 0 || (kind == "minLength" && count == 1);
+    if (!exact && count <= kMostCounted) {
+        const std::string most = kind == "minLength" ? number + ","
+                                 : kind == "length"  ? number
+                                                     : "0," + number;
+        to.facets.push_back(
+            patternFacet(posixClass(CodeSet{}.complement()).text + "{" + most + "}"));
+        return;
+    }
     if (!exact)
         diagnostics_.approximate(facet.place, "\"" + kind +
                                                   "\" counts bytes: of characters beyond ASCII "
@@ -495,7 +515,7 @@ void SimpleTypes::addBounds(const SimpleType& base, const SchemaNode& facet, Sim
         to.facets.push_back(plain);
     } else if ((family == Family::Integer || family == Family::Decimal) && number) {
         to.facets.push_back(collapsedPatternFacet(boundExpression(bound, *number)));
-    } else if (family == Family::Date) {
+    } else if (family == Family::Date && !isPartOfDate(base.builtin->name)) {
         to.facets.push_back(direct);
     } else if (family == Family::Integer || family == Family::Decimal) {
         diagnostics_.error(facet.place, "\"" + value + "\" is no number.");

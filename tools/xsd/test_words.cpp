@@ -9,8 +9,8 @@ namespace {
 
 using Word = std::vector<int>;
 
-constexpr std::size_t kMostWords = 600;
-constexpr std::size_t kRepeats = 3;
+constexpr std::size_t kMostWords = 1500;
+constexpr std::size_t kRepeats = 12;
 
 // A shortest word to each state.
 std::vector<Word> waysTo(const ModelAutomaton& automaton)
