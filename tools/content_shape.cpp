@@ -80,15 +80,12 @@ Schema_Object ContentShape::shapeOf(const Schema_Object& particle)
     const Schema_ElementDecl* final =
         particle.kind == SCHEMA_KIND_ELEMENT ? recordAtEnd(element) : nullptr;
     if (!final) return particle;
-    elements_.push_back(*final);
-    Schema_ElementDecl* shape = &elements_.back();
-    shape->type = nullptr;
-    if (element->ref) {
-        elements_.push_back(*element);
-        elements_.back().ref = shape;
-        shape = &elements_.back();
-    }
-    return {shape, particle.kind};
+    Schema_ElementDecl& shape = elements_.emplace_back(*final);
+    shape.type = nullptr;
+    if (!element->ref) return {&shape, particle.kind};
+    Schema_ElementDecl& reference = elements_.emplace_back(*element);
+    reference.ref = &shape;
+    return {&reference, particle.kind};
 }
 
 }  // namespace netxml::tool

@@ -25,6 +25,7 @@ void addViolations(Outcome& outcome, SourceText& source, const Tree& tree,
 {
     source.decode();
     std::vector<const XML_DOM_Node*> elements;
+    elements.reserve(violations.size());
     for (const Violation& violation : violations) elements.push_back(violation.node);
     const ElementPlaces places{source.text(), tree, elements};
     sortByPlace(violations, places);

@@ -212,17 +212,17 @@ TEST(ContentModel, TheEngineFollowsTheFormOfRandomModels)
 {
     Draw random{2};
     unsigned exact = 0;
-    for (int i = 0; i != 400; ++i) {
+    for (int i = 0; i != 60; ++i) {
         const ContentModel written = group(Kind::Sequence, {randomModel(random, 3)});
         Diagnostics diagnostics{false};
         const ContentModel form = engineForm(written, diagnostics);
         if (!diagnostics.problems().empty()) continue;
         ++exact;
-        const auto difference = findDifference(written, form);
+        const auto difference = findDifference(written, form, 500);
         EXPECT_FALSE(difference) << textOf(written) << " as " << textOf(form) << ": "
                                  << *difference;
     }
-    EXPECT_GT(exact, 300u);
+    EXPECT_GT(exact, 40u);
 }
 
 TEST(ContentModel, AModelWithoutAnExactFormIsReportedWithAnExample)

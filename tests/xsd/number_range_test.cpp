@@ -66,7 +66,7 @@ TEST(NumberRange, BoundsAndEqualityAgreeWithArithmetic)
     std::mt19937 random{1};
     for (int round = 0; round != 400; ++round) {
         const int size = round % 4 == 0 ? 40 : round % 4 == 1 ? 2500 : round % 4 == 2 ? 120000 : 9;
-        const auto draw = [&] { return static_cast<long long>(random() % (2 * size + 1)) - size; };
+        const auto draw = [&] { return static_cast<long long>(random()) % (2 * size + 1) - size; };
         long long limit = draw();
         if (round % 3 == 0) limit -= limit % 1000;
         const auto number = readDecimal(decimalText(limit, random));

@@ -257,6 +257,13 @@ private:
         return result;
     }
 
+    // A type that is a built-in one and no more.
+    std::string unrestricted(const std::string& builtin) const
+    {
+        return "static const Schema_SimpleType only_" + builtin + " = {\n    base_" + builtin +
+               ", " + null_ + ", " + null_ + ", " + null_ + ", SCHEMA_BUILTIN_NONE, 0u, 1u, 0u};\n";
+    }
+
     // The addresses of built-in types are what functions return, so they are filled in at
     // registration. Whatever refers to one does so through an array of one.
     std::string bases() const
@@ -266,10 +273,7 @@ private:
         for (const std::string& builtin : names_.builtins()) {
             const std::string call = "Schema_BLDIN_" + builtin + "()";
             result += "\nstatic const Schema_SimpleType* base_" + builtin + "[1];\n";
-            if (alone_.contains(builtin))
-                result += "static const Schema_SimpleType only_" + builtin + " = {\n    base_" +
-                          builtin + ", " + null_ + ", " + null_ + ", " + null_ +
-                          ", SCHEMA_BUILTIN_NONE, 0u, 1u, 0u};\n";
+            if (alone_.contains(builtin)) result += unrestricted(builtin);
             fill += "    base_" + builtin + "[0] = " +
                     (options_.language == Language::Cxx
                          ? "static_cast<const Schema_SimpleType*>(" + call + ")"

@@ -22,7 +22,7 @@ std::optional<ContentModel> rebuilt(const ContentModel& written)
 {
     const auto automaton = automatonOf(written);
     if (!automaton) return std::nullopt;
-    const auto form = deterministicForm(*automaton);
+    auto form = deterministicForm(*automaton);
     if (!form) return std::nullopt;
     if (isPlain(*form) && groupDepth(*form) <= kMostNestedGroups) return form;
     return plainForm(*form);
@@ -32,11 +32,12 @@ std::optional<ContentModel> rebuilt(const ContentModel& written)
 
 ContentModel engineForm(const ContentModel& meant, Diagnostics& diagnostics)
 {
-    const ContentModel written = simplified(meant);
+    ContentModel written = simplified(meant);
     std::optional<std::string> difference;
     std::optional<ContentModel> nearest;
     const auto suits = [&](const ContentModel& form) {
-        const auto found = findDifference(written, form);
+        const bool sure = isPlain(form) && isDeterministic(withSmallCounts(form));
+        const auto found = findDifference(written, form, sure ? 0 : kRandomWords);
         if (found && !nearest) {
             nearest = form;
             difference = found;
@@ -50,7 +51,7 @@ ContentModel engineForm(const ContentModel& meant, Diagnostics& diagnostics)
 
     if (!nearest && groupDepth(written) <= kMostNestedGroups) {
         nearest = written;
-        difference = findDifference(written, written);
+        difference = findDifference(written, written, kRandomWords);
         if (!difference) return written;
     }
     if (!nearest) {

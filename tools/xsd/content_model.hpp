@@ -1,8 +1,9 @@
 // Content models as terms, and how they are brought into a form that the engine reads as XML Schema
 // means it.
 //
-// The engine runs particles greedily and only estimates how often a group was repeated. On plain
-// models that makes no difference:
+// The engine runs particles greedily and only estimates how often a group was repeated. On models
+// that are plain, and in which the next element tells where it belongs, that makes no difference.
+// Plain is:
 //
 // - no part of a choice has a maxOccurs above 1;
 // - such a part of a sequence stands beside another part that must occur; or it is an element or

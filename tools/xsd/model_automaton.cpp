@@ -48,6 +48,7 @@ public:
 
     std::vector<ContentModel> symbols;
     std::vector<int> symbolAt;  // by position
+    std::vector<const ContentModel*> leafAt;
     std::vector<Positions> following;
     Positions first;
     Positions last;
@@ -104,6 +105,7 @@ private:
         });
         const int position = static_cast<int>(symbolAt.size());
         symbolAt.push_back(static_cast<int>(known - symbols.begin()));
+        leafAt.push_back(&model);
         if (known == symbols.end()) {
             symbols.push_back(model);
             symbols.back().min = symbols.back().max = 1;
@@ -232,6 +234,23 @@ int ModelAutomaton::symbolOf(const ContentModel& leaf) const
         if (sameLeaf(symbols[i], leaf)) return static_cast<int>(i);
     }
     return kNone;
+}
+
+bool isDeterministic(const ContentModel& model)
+{
+    PositionAutomaton positions;
+    if (!positions.read(model)) return false;
+    std::vector<Positions> choices = positions.following;
+    choices.push_back(positions.first);
+    for (const Positions& choice : choices) {
+        std::map<int, const ContentModel*> leaves;
+        for (const int position : choice) {
+            const auto index = static_cast<std::size_t>(position);
+            const ContentModel* leaf = positions.leafAt[index];
+            if (leaves.emplace(positions.symbolAt[index], leaf).first->second != leaf) return false;
+        }
+    }
+    return true;
 }
 
 std::optional<ModelAutomaton> automatonOf(const ContentModel& model)

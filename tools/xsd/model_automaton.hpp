@@ -29,6 +29,10 @@ struct ModelAutomaton {
 // Nothing when the automaton would be too large, or for models with an all group.
 std::optional<ModelAutomaton> automatonOf(const ContentModel& model);
 
+// Whether the next element always tells which leaf of the model it belongs to, whatever the counts
+// (XML Schema part 1, section 3.8.6). False for what would be too large to tell.
+bool isDeterministic(const ContentModel& model);
+
 // An expression of the automaton's language in which the next element always tells where it
 // belongs, or nothing when there is none (Brueggemann-Klein and Wood, "One-unambiguous regular
 // languages", 1998) or it would be too large.
@@ -37,6 +41,11 @@ std::optional<ContentModel> deterministicForm(const ModelAutomaton& automaton);
 // Words that go through every state, and from every state with every symbol, to an end and beyond;
 // accepted and refused ones.
 std::vector<std::vector<int>> testWords(const ModelAutomaton& automaton);
+
+// Words of up to `longest` symbols on random ways through the automaton, and some with a symbol
+// changed, left out or doubled. The same every time.
+std::vector<std::vector<int>> randomWords(const ModelAutomaton& automaton, std::size_t count,
+                                          std::size_t longest);
 
 // A model with counts so small that its automaton stays small, for tests.
 ContentModel withSmallCounts(const ContentModel& model);

@@ -17,6 +17,8 @@ struct DeleteTree {
 };
 using Tree = std::unique_ptr<XML_DOM_Node, DeleteTree>;
 
+constexpr std::size_t kLongestWord = 40;
+
 // Stands for whatever a wildcard takes.
 constexpr const char* kOtherName = "any-other-element";
 constexpr const char* kOtherNamespace = "urn:any-other-namespace";
@@ -89,7 +91,8 @@ std::optional<bool> engineAccepts(const Schema_Root* root, const std::vector<Chi
 
 }  // namespace
 
-std::optional<std::string> findDifference(const ContentModel& meant, const ContentModel& model)
+std::optional<std::string> findDifference(const ContentModel& meant, const ContentModel& model,
+                                          std::size_t randomCount)
 {
     auto automaton = automatonOf(meant);
     ContentModel checked = model;
@@ -109,7 +112,10 @@ std::optional<std::string> findDifference(const ContentModel& meant, const Conte
 
     std::vector<Child> children;
     for (const ContentModel& symbol : automaton->symbols) children.push_back(childFor(symbol));
-    for (const std::vector<int>& word : testWords(*automaton)) {
+    std::vector<std::vector<int>> words = testWords(*automaton);
+    const auto more = randomWords(*automaton, randomCount, kLongestWord);
+    words.insert(words.end(), more.begin(), more.end());
+    for (const std::vector<int>& word : words) {
         std::vector<Child> content;
         std::string shown;
         for (const int symbol : word) {

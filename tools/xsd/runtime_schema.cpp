@@ -116,6 +116,7 @@ private:
     const Schema_Facet* facets(const std::vector<FacetRecord>& from)
     {
         std::vector<Schema_Facet> result;
+        result.reserve(from.size());
         for (const FacetRecord& facet : from) {
             result.push_back(
                 {facet.raw ? keep(facet.value) : name(facet.value), facet.kind, facet.baseKind});
@@ -182,6 +183,7 @@ private:
     const To* const* all(const std::vector<const From*>& from)
     {
         std::vector<const To*> result;
+        result.reserve(from.size());
         for (const From* item : from) result.push_back(of(item));
         return kept(std::move(result));
     }

@@ -103,10 +103,11 @@ std::optional<std::string> SchemaLocations::ofInclude(const std::string& locatio
         if (isFile(beside)) return beside;
     }
     // In a directory it is found as it is written, or by its last part.
+    const std::string last = location.substr(location.rfind('/') + 1);
     for (const std::string& directory : options_.includePaths) {
-        const std::string last = location.substr(location.rfind('/') + 1);
         for (const std::string& name : {location, last}) {
-            const std::string path = directory + "/" + name;
+            std::string path = directory;
+            path.append("/").append(name);
             if (!name.empty() && isFile(path)) return path;
         }
     }

@@ -2,6 +2,7 @@
 #include "xsd/model_automaton.hpp"
 
 #include <algorithm>
+#include <cstdint>
 #include <set>
 
 namespace netxml::xsd {
@@ -100,6 +101,72 @@ std::vector<Word> testWords(const ModelAutomaton& automaton)
         }
     }
     return {words.begin(), words.end()};
+}
+
+namespace {
+
+// Numbers that look random; the constants are those of Knuth's MMIX.
+class Sequence {
+public:
+    std::size_t below(std::size_t count)
+    {
+        state_ = state_ * 6364136223846793005u + 1442695040888963407u;
+        return static_cast<std::size_t>(state_ >> 33) % count;
+    }
+
+private:
+    std::uint64_t state_ = 1;
+};
+
+Word randomWay(const ModelAutomaton& automaton, std::size_t longest, Sequence& sequence)
+{
+    Word word;
+    std::size_t state = 0;
+    for (std::size_t length = sequence.below(longest + 1); word.size() < length;) {
+        std::vector<int> ways;
+        for (std::size_t a = 0; a != automaton.symbols.size(); ++a) {
+            if (automaton.states[state].next[a] != ModelAutomaton::kNone)
+                ways.push_back(static_cast<int>(a));
+        }
+        if (ways.empty()) break;
+        word.push_back(ways[sequence.below(ways.size())]);
+        state = static_cast<std::size_t>(
+            automaton.states[state].next[static_cast<std::size_t>(word.back())]);
+    }
+    return word;
+}
+
+void changeOne(Word& word, std::size_t symbols, Sequence& sequence)
+{
+    const auto place = word.begin() + static_cast<std::ptrdiff_t>(sequence.below(word.size()));
+    switch (sequence.below(3)) {
+    case 0: *place = static_cast<int>(sequence.below(symbols)); break;
+    case 1: word.erase(place); break;
+    default: word.insert(place, *place); break;
+    }
+}
+
+}  // namespace
+
+std::vector<Word> randomWords(const ModelAutomaton& automaton, std::size_t count,
+                              std::size_t longest)
+{
+    const std::vector<Word> end = waysToEnd(automaton);
+    std::vector<Word> words;
+    words.reserve(count);
+    Sequence sequence;
+    while (words.size() < count) {
+        Word word = randomWay(automaton, longest, sequence);
+        std::size_t state = 0;
+        for (const int symbol : word)
+            state = static_cast<std::size_t>(
+                automaton.states[state].next[static_cast<std::size_t>(symbol)]);
+        word = joined(word, end[state]);
+        if (!word.empty() && sequence.below(4) == 0)
+            changeOne(word, automaton.symbols.size(), sequence);
+        words.push_back(word);
+    }
+    return words;
 }
 
 }  // namespace netxml::xsd
