@@ -70,7 +70,7 @@ const ProblemRow kProblems[] = {
     {"<xs:simpleType name='A'><xs:restriction base='xs:int'><xs:maxInclusive value='x'/>"
      "</xs:restriction></xs:simpleType>",
      "2:55: error: \"x\" is no number. [2020]", 5},
-    {"<xs:simpleType name='A'><xs:restriction base='xs:string'><xs:maxLength value='9'/>"
+    {"<xs:simpleType name='A'><xs:restriction base='xs:string'><xs:maxLength value='99'/>"
      "</xs:restriction></xs:simpleType>",
      "2:58: warning: \"maxLength\" counts bytes: of characters beyond ASCII each counts as two or "
      "four. [2021]",
