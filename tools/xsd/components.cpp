@@ -85,12 +85,14 @@ const ComplexTypeRecord* Components::namedType(const QName& name, const Componen
 
 Components::TypeChoice Components::namedChoice(const QName& name, const Component& from)
 {
-    if (name.nameSpace == kSchemaNamespace) {
+    const auto& symbols = set_.symbols(Symbol::Type);
+    const auto found = symbols.find(name);
+    // The schema of schemas declares what is built in, and more.
+    const bool builtin = findBuiltin(name.local) || name.local == "anyType";
+    if (name.nameSpace == kSchemaNamespace && (builtin || found == symbols.end())) {
         if (name.local == "anyType") return {nullptr, &anyType()};
         return {&types_.builtin(name.local, from), nullptr};
     }
-    const auto& symbols = set_.symbols(Symbol::Type);
-    const auto found = symbols.find(name);
     // Simple types report what is not declared; network types need no declaration.
     if (found == symbols.end() || SimpleTypes::isSimple(found->second))
         return {&types_.named(name, from), nullptr};

@@ -38,6 +38,7 @@ ContentModel engineForm(const ContentModel& meant, Diagnostics& diagnostics)
     const auto suits = [&](const ContentModel& form) {
         const bool sure = isPlain(form) && isDeterministic(withSmallCounts(form));
         const auto found = findDifference(written, form, sure ? 0 : kRandomWords);
+        if (sure && found == kTooLarge) return true;
         if (found && !nearest) {
             nearest = form;
             difference = found;

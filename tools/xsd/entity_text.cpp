@@ -3,6 +3,7 @@
 #include "markup.hpp"
 #include "utf8_text.hpp"
 
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 #include <string_view>
@@ -49,7 +50,8 @@ Foreign foreignEncoding(std::string_view name)
 {
     if (equalsIgnoringCase(name, "us-ascii") || equalsIgnoringCase(name, "ascii"))
         return Foreign::Ascii;
-    if (equalsIgnoringCase(name, "iso-8859-1") || equalsIgnoringCase(name, "latin1"))
+    if (equalsIgnoringCase(name, "iso-8859-1") || equalsIgnoringCase(name, "latin1") ||
+        equalsIgnoringCase(name, "windows-1252"))
         return Foreign::Latin1;
     return Foreign::None;
 }
@@ -62,6 +64,11 @@ void turnIntoUtf8(std::string& bytes)
     const std::string_view encoding = declared(text.substr(0, text.find("?>")), "encoding");
     const Foreign foreign = foreignEncoding(encoding);
     if (foreign == Foreign::None) return;
+    // Where Windows has characters of its own, the two differ.
+    const auto isControl = [](char c) { return (static_cast<unsigned char>(c) & 0xE0) == 0x80; };
+    if (!equalsIgnoringCase(encoding, "iso-8859-1") &&
+        std::any_of(text.begin(), text.end(), isControl))
+        return;
     bytes.replace(static_cast<std::size_t>(encoding.data() - text.data()), encoding.size(),
                   "UTF-8");
     // A byte beyond ASCII in the former is for the parser to refuse.

@@ -10,8 +10,8 @@ namespace {
 using Kind = ContentModel::Kind;
 using Positions = std::vector<int>;  // sorted
 
-constexpr std::size_t kMostPositions = 1200;
-constexpr std::size_t kMostStates = 600;
+constexpr std::size_t kMostPositions = 3000;
+constexpr std::size_t kMostStates = 3000;
 
 bool sameLeaf(const ContentModel& a, const ContentModel& b)
 {

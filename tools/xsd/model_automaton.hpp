@@ -8,6 +8,8 @@
 
 namespace netxml::xsd {
 
+inline constexpr std::size_t kMostTestWords = 1500;
+
 // A deterministic automaton with the fewest states. State 0 is the first one. Symbols are the
 // elements (by name and namespace) and wildcards of the model.
 struct ModelAutomaton {
@@ -39,8 +41,9 @@ bool isDeterministic(const ContentModel& model);
 std::optional<ContentModel> deterministicForm(const ModelAutomaton& automaton);
 
 // Words that go through every state, and from every state with every symbol, to an end and beyond;
-// accepted and refused ones.
-std::vector<std::vector<int>> testWords(const ModelAutomaton& automaton);
+// accepted and refused ones; so many at most.
+std::vector<std::vector<int>> testWords(const ModelAutomaton& automaton,
+                                        std::size_t most = kMostTestWords);
 
 // Words of up to `longest` symbols on random ways through the automaton, and some with a symbol
 // changed, left out or doubled. The same every time.

@@ -18,6 +18,7 @@ struct DeleteTree {
 using Tree = std::unique_ptr<XML_DOM_Node, DeleteTree>;
 
 constexpr std::size_t kLongestWord = 40;
+constexpr std::size_t kFewWords = 40;
 
 // Stands for whatever a wildcard takes.
 constexpr const char* kOtherName = "any-other-element";
@@ -99,7 +100,7 @@ std::optional<std::string> findDifference(const ContentModel& meant, const Conte
     if (!automaton) {
         automaton = automatonOf(withSmallCounts(meant));
         checked = withSmallCounts(model);
-        if (!automaton) return std::nullopt;
+        if (!automaton) return kTooLarge;
     }
     SchemaRecords records;
     ComplexTypeRecord& type = records.complexTypes.emplace_back();
@@ -112,7 +113,8 @@ std::optional<std::string> findDifference(const ContentModel& meant, const Conte
 
     std::vector<Child> children;
     for (const ContentModel& symbol : automaton->symbols) children.push_back(childFor(symbol));
-    std::vector<std::vector<int>> words = testWords(*automaton);
+    std::vector<std::vector<int>> words =
+        testWords(*automaton, randomCount == 0 ? kFewWords : kMostTestWords);
     const auto more = randomWords(*automaton, randomCount, kLongestWord);
     words.insert(words.end(), more.begin(), more.end());
     for (const std::vector<int>& word : words) {

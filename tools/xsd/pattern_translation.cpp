@@ -87,7 +87,7 @@ public:
         if (mistake_.empty() && !rest_.empty()) fail("a \")\" without its \"(\"");
         if (mistake_.empty() && whole.positions > kMostPositions)
             fail("its counts come to too large an expression");
-        return {whole.text, mistake_, ascii_, difference_};
+        return {whole.text, mistake_, ascii_, blanks_, difference_};
     }
 
 private:
@@ -157,6 +157,7 @@ private:
         }
         const CodeSet characters = atom();
         if (characters.countBeyondAscii() != 0) ascii_ = false;
+        if (characters.has(' ') || characters.has('\t')) blanks_ = true;
         const PosixClass one = posixClass(characters);
         if (!one.exact) {
             differ("it admits every character beyond ASCII where the original admits some");
@@ -386,6 +387,7 @@ private:
     std::string mistake_;
     std::string difference_;
     bool ascii_ = true;
+    bool blanks_ = false;
 };
 
 // Whether an alternative stands outside of all parentheses and brackets.

@@ -10,6 +10,7 @@ struct TranslatedPattern {
     std::string expression;  // not anchored; may have alternatives at its top
     std::string mistake;     // why it could not be read; then the rest says nothing
     bool ascii = true;       // it matches no character beyond ASCII
+    bool blanks = false;     // it matches texts with white space
     std::string difference;  // what it matches otherwise than the original; empty when nothing
 };
 

@@ -231,7 +231,9 @@ const SimpleType& SimpleTypes::network(const QName& name)
 
 const SimpleType& SimpleTypes::named(const QName& name, const Component& from)
 {
-    if (name.nameSpace == kSchemaNamespace) return builtin(name.local, from);
+    if (name.nameSpace == kSchemaNamespace &&
+        (findBuiltin(name.local) || !set_.symbols(Symbol::Type).contains(name)))
+        return builtin(name.local, from);
     const auto known = known_.find(name);
     if (known != known_.end()) return *known->second;
     const bool isNetwork =
@@ -412,6 +414,7 @@ void SimpleTypes::addPatterns(const Facets& facets, SimpleTypeRecord& to, Simple
 {
     std::vector<std::string> expressions;
     bool ascii = true;
+    bool blanks = false;
     for (const SchemaNode* node : facets.patterns) {
         const TranslatedPattern pattern = translatePattern(node->get("value"));
         if (!pattern.mistake.empty()) {
@@ -422,6 +425,7 @@ void SimpleTypes::addPatterns(const Facets& facets, SimpleTypeRecord& to, Simple
         if (!pattern.difference.empty())
             diagnostics_.approximate(node->place, "in this pattern " + pattern.difference + ".");
         ascii = ascii && pattern.ascii;
+        blanks = blanks || pattern.blanks;
         expressions.push_back(pattern.expression);
     }
     if (expressions.empty()) return;
@@ -430,7 +434,9 @@ void SimpleTypes::addPatterns(const Facets& facets, SimpleTypeRecord& to, Simple
     to.facets.push_back(isCollapsed(type) ? collapsedPatternFacet(all) : patternFacet(all));
     if (!type.isList) {
         type.expression = all;
-        type.loose = type.builtin == nullptr || type.builtin->expression != nullptr;
+        const bool narrows = type.builtin == nullptr || type.builtin->expression != nullptr;
+        const std::string whole = anchored(all);
+        type.loose = narrows || blanks || XML_IsMatchRegex(whole.c_str(), "") == 1;
     }
     if (ascii) type.ascii = true;
 }

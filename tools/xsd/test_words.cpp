@@ -10,7 +10,6 @@ namespace {
 
 using Word = std::vector<int>;
 
-constexpr std::size_t kMostWords = 1500;
 constexpr std::size_t kRepeats = 12;
 
 // A shortest word to each state.
@@ -65,13 +64,13 @@ Word joined(Word a, const Word& b)
 
 }  // namespace
 
-std::vector<Word> testWords(const ModelAutomaton& automaton)
+std::vector<Word> testWords(const ModelAutomaton& automaton, std::size_t most)
 {
     const std::vector<Word> to = waysTo(automaton);
     const std::vector<Word> end = waysToEnd(automaton);
     std::set<Word> words;
     const auto add = [&](const Word& word) {
-        if (words.size() < kMostWords) words.insert(word);
+        if (words.size() < most) words.insert(word);
     };
     for (std::size_t s = 0; s != automaton.states.size(); ++s) {
         add(to[s]);
