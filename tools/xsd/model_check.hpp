@@ -10,12 +10,15 @@
 
 namespace netxml::xsd {
 
-// Validates short documents by `model` with the engine, and compares the verdicts with those of the
-// automaton of `meant`. Returns a document's children on which they differ, as in: "a a b" is
-// accepted", or nothing. A model whose automaton is too large differs, for all that is known. Large
-// counts are made small in both. Besides, so many random documents are tried.
+// What is said of a model whose automaton is too large, so that nothing is known of it.
 inline constexpr const char* kTooLarge = "it is too large to be compared";
+// How many random documents tell whether an uncertain form will do.
 inline constexpr std::size_t kRandomWords = 20000;
+
+// Validates short documents by `model` with the engine, and compares the verdicts with those of the
+// automaton of `meant`. Returns children on which they differ, as in: "a a b" is accepted; or
+// nothing. Large counts are made small in both. With `randomCount` so many random documents are
+// tried besides; without, only a few altogether.
 std::optional<std::string> findDifference(const ContentModel& meant, const ContentModel& model,
                                           std::size_t randomCount = 0);
 
