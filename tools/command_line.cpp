@@ -160,7 +160,7 @@ CommandLine::CommandLine()
                   "netxml check --recursive --jobs 4 configs"));
     addFormat();
     addConvert();
-    addFiles(*add(Command::Tree, "tree", "Print an outline with kinds, namespaces and paths",
+    addFiles(*add(Command::Outline, "tree", "Print an outline with kinds, namespaces and paths",
                   "netxml tree config.xml"));
     addPath();
     addValidate();

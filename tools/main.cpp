@@ -26,7 +26,7 @@ struct CommandRow {
 
 constexpr CommandRow kCommands[] = {
     {Command::Check, checkFile, 1},     {Command::Format, formatFile, 2},
-    {Command::Convert, convertFile, 2}, {Command::Tree, outlineFile, 1},
+    {Command::Convert, convertFile, 2}, {Command::Outline, outlineFile, 1},
     {Command::Path, findInFile, 1},     {Command::Validate, validateFile, 2},
 };
 

@@ -13,7 +13,7 @@ namespace netxml::tool {
 
 class TopLevelIndex;
 
-enum class Command { Check, Format, Convert, Tree, Path, Validate, CompileSchema };
+enum class Command { Check, Format, Convert, Outline, Path, Validate, CompileSchema };
 enum class ColorUse { Auto, Always, Never };
 enum class ErrorFormat { Text, Json };
 

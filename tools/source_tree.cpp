@@ -16,7 +16,7 @@
 namespace netxml::tool {
 namespace {
 
-constexpr std::size_t kLongestPath = 1000;  // bytes; of a longer one the end is shown
+constexpr std::size_t kLongestShownPath = 1000;  // bytes; of a longer one the end is shown
 
 // Looks for a character that trees cannot hold: they are in GB18030.
 class UnheldCharacter : public Events {
@@ -175,7 +175,7 @@ std::string ElementPlaces::beginningOfPath(const XML_DOM_Node* element, std::siz
 std::string ElementPlaces::shownPath(const XML_DOM_Node* element) const
 {
     // A character of four bytes may have two in UTF-8, so this is long enough to be cut there.
-    constexpr std::size_t kEnough = 2 * kLongestPath + 1;
+    constexpr std::size_t kEnough = 2 * kLongestShownPath + 1;
     std::vector<std::string> upward;
     std::size_t size = 0;
     for (; element && size < kEnough; element = XML_DOM_GetNodeParent(element)) {
@@ -185,8 +185,9 @@ std::string ElementPlaces::shownPath(const XML_DOM_Node* element) const
     std::string path;
     for (; !upward.empty(); upward.pop_back()) path += upward.back();
     path = textOfTree(path);
-    if (path.size() <= kLongestPath) return path;
-    return "..." + path.substr(std::min(path.find('/', path.size() - kLongestPath), path.size()));
+    if (path.size() <= kLongestShownPath) return path;
+    return "..." +
+           path.substr(std::min(path.find('/', path.size() - kLongestShownPath), path.size()));
 }
 
 }  // namespace netxml::tool

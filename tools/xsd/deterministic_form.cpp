@@ -17,8 +17,8 @@ namespace {
 using Kind = ContentModel::Kind;
 using State = ModelAutomaton::State;
 
-constexpr std::size_t kMostTerms = 1500;
-constexpr unsigned kMostNesting = 60;
+constexpr std::size_t kMostFormTerms = 1500;
+constexpr unsigned kMostFormNesting = 60;
 
 // An automaton whose states may be cut off; the numbers stay.
 struct Part {
@@ -77,7 +77,7 @@ public:
 
     std::optional<ContentModel> form(Part part, int start, unsigned nesting)
     {
-        if (nesting == kMostNesting || terms_ > kMostTerms) return std::nullopt;
+        if (nesting == kMostFormNesting || terms_ > kMostFormTerms) return std::nullopt;
         part = trimmed(std::move(part), start);
         if (!part.in[static_cast<std::size_t>(start)]) return std::nullopt;
         const std::set<int> orbit = orbitOf(part, start);

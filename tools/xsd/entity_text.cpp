@@ -12,7 +12,7 @@ namespace netxml::xsd {
 namespace {
 
 constexpr std::size_t kMostExpansion = std::size_t{1} << 20;  // bytes of all replacements together
-constexpr unsigned kMostNesting = 64;
+constexpr unsigned kMostEntityNesting = 64;
 constexpr std::string_view kNameEnd = " \t\r\n\"'<>&;%";
 
 bool equalsIgnoringCase(std::string_view text, std::string_view lower)
@@ -151,7 +151,7 @@ private:
             const auto entity = end == std::string_view::npos || text[end] != ';'
                                     ? entities_.end()
                                     : entities_.find(text.substr(1, end - 1));
-            if (entity == entities_.end() || nesting == kMostNesting ||
+            if (entity == entities_.end() || nesting == kMostEntityNesting ||
                 entity->second.size() > kMostExpansion - expanded_) {
                 to += '&';
                 text.remove_prefix(1);

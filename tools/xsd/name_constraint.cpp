@@ -7,18 +7,18 @@
 
 namespace netxml::xsd {
 
-using Kind = NamespaceConstraint::Kind;
+using Admits = NamespaceConstraint::Kind;
 
 NamespaceConstraint readConstraint(const std::string& written, const std::string& target)
 {
     NamespaceConstraint result;
     if (written.empty() || written == "##any") return result;
     if (written == "##other") {
-        result.kind = Kind::Not;
+        result.kind = Admits::Not;
         result.excluded = target;
         return result;
     }
-    result.kind = Kind::Listed;
+    result.kind = Admits::Listed;
     std::string_view rest = written;
     while (!rest.empty()) {
         const std::size_t size = std::min(rest.find_first_of(tool::kBlanks), rest.size());
@@ -33,44 +33,44 @@ NamespaceConstraint readConstraint(const std::string& written, const std::string
 
 NamespaceConstraint intersection(const NamespaceConstraint& a, const NamespaceConstraint& b)
 {
-    if (a.kind == Kind::Any) return b;
-    if (b.kind == Kind::Any) return a;
-    if (a.kind == Kind::Listed && b.kind == Kind::Listed) {
-        NamespaceConstraint result{Kind::Listed, {}, {}};
+    if (a.kind == Admits::Any) return b;
+    if (b.kind == Admits::Any) return a;
+    if (a.kind == Admits::Listed && b.kind == Admits::Listed) {
+        NamespaceConstraint result{Admits::Listed, {}, {}};
         std::set_intersection(a.listed.begin(), a.listed.end(), b.listed.begin(), b.listed.end(),
                               std::inserter(result.listed, result.listed.end()));
         return result;
     }
-    if (a.kind == Kind::Not && b.kind == Kind::Not) return a.excluded.empty() ? b : a;
-    NamespaceConstraint result = a.kind == Kind::Listed ? a : b;
-    result.listed.erase(a.kind == Kind::Not ? a.excluded : b.excluded);
+    if (a.kind == Admits::Not && b.kind == Admits::Not) return a.excluded.empty() ? b : a;
+    NamespaceConstraint result = a.kind == Admits::Listed ? a : b;
+    result.listed.erase(a.kind == Admits::Not ? a.excluded : b.excluded);
     result.listed.erase("");
     return result;
 }
 
 NamespaceConstraint unionOf(const NamespaceConstraint& a, const NamespaceConstraint& b)
 {
-    if (a.kind == Kind::Any || b.kind == Kind::Any) return {};
-    if (a.kind == Kind::Listed && b.kind == Kind::Listed) {
+    if (a.kind == Admits::Any || b.kind == Admits::Any) return {};
+    if (a.kind == Admits::Listed && b.kind == Admits::Listed) {
         NamespaceConstraint result = a;
         result.listed.insert(b.listed.begin(), b.listed.end());
         return result;
     }
-    if (a.kind == Kind::Not && b.kind == Kind::Not)
-        return a.excluded == b.excluded ? a : NamespaceConstraint{Kind::Not, {}, {}};
-    const NamespaceConstraint& negation = a.kind == Kind::Not ? a : b;
-    const std::set<std::string>& listed = a.kind == Kind::Not ? b.listed : a.listed;
+    if (a.kind == Admits::Not && b.kind == Admits::Not)
+        return a.excluded == b.excluded ? a : NamespaceConstraint{Admits::Not, {}, {}};
+    const NamespaceConstraint& negation = a.kind == Admits::Not ? a : b;
+    const std::set<std::string>& listed = a.kind == Admits::Not ? b.listed : a.listed;
     const bool excluded = listed.contains(negation.excluded);
     const bool none = listed.contains("");
-    if (none) return {};                       // at the most one namespace too many
-    if (excluded) return {Kind::Not, {}, {}};  // all but no namespace
+    if (none) return {};                         // at the most one namespace too many
+    if (excluded) return {Admits::Not, {}, {}};  // all but no namespace
     return negation;
 }
 
 std::vector<ConstraintText> constraintTexts(const NamespaceConstraint& constraint)
 {
-    if (constraint.kind == Kind::Any) return {{"##any", {}}};
-    if (constraint.kind == Kind::Not) return {{"##other", constraint.excluded}};
+    if (constraint.kind == Admits::Any) return {{"##any", {}}};
+    if (constraint.kind == Admits::Not) return {{"##other", constraint.excluded}};
     std::string names;
     std::vector<ConstraintText> result;
     for (const std::string& name : constraint.listed) {

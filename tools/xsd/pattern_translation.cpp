@@ -9,12 +9,12 @@
 namespace netxml::xsd {
 namespace {
 
-constexpr unsigned kMostNesting = 40;
+constexpr unsigned kMostParentheses = 40;
 // What the C library makes of an expression grows with its counts written out.
-constexpr std::size_t kMostPositions = 3000;
+constexpr std::size_t kMostCharacters = 3000;
 constexpr unsigned kMostCount = 255;  // what every C library takes (RE_DUP_MAX)
 
-constexpr std::string_view kDigits = "0123456789";
+constexpr std::string_view kTenDigits = "0123456789";
 constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
 
 // General categories and blocks: which characters of ASCII they have, and whether any beyond.
@@ -35,8 +35,8 @@ constexpr Property kProperties[] = {
     {"Mn", "", true},
     {"Mc", "", true},
     {"Me", "", true},
-    {"N", kDigits, true},
-    {"Nd", kDigits, false},
+    {"N", kTenDigits, true},
+    {"Nd", kTenDigits, false},
     {"Nl", "", true},
     {"No", "", true},
     {"P", "!\"#%&'()*,-./:;?@[\\]_{}", true},
@@ -76,7 +76,7 @@ CodeSet setOf(std::string_view ascii, bool beyond)
 }
 
 // Reads an expression and writes the other one. Its functions call each other once a parenthesis or
-// bracket, of which kMostNesting may lie one in another.
+// bracket, of which kMostParentheses may lie one in another.
 class Translator {
 public:
     explicit Translator(std::string_view pattern) : rest_{pattern}, size_{pattern.size()} {}
@@ -85,7 +85,7 @@ public:
     {
         const Part whole = alternatives(0);
         if (mistake_.empty() && !rest_.empty()) fail("a \")\" without its \"(\"");
-        if (mistake_.empty() && whole.positions > kMostPositions)
+        if (mistake_.empty() && whole.positions > kMostCharacters)
             fail("its counts come to too large an expression");
         return {whole.text, mistake_, ascii_, blanks_, difference_};
     }
@@ -145,7 +145,7 @@ private:
     Part piece(unsigned nesting)
     {
         if (take("(")) {
-            if (nesting == kMostNesting) {
+            if (nesting == kMostParentheses) {
                 fail("more parentheses one in another than are taken");
                 return {};
             }
@@ -176,7 +176,7 @@ private:
             return {};
         }
         const std::size_t all = positions * std::max<std::size_t>(times, 1);
-        if (all > kMostPositions) fail("its counts come to too large an expression");
+        if (all > kMostCharacters) fail("its counts come to too large an expression");
         if (count.min == 1 && count.max == 1u) return {text, all};
         if (count.min == 0 && !count.max) return {text + "*", all};
         if (count.min == 1 && !count.max) return {text + "+", all};
@@ -190,9 +190,9 @@ private:
     unsigned number()
     {
         unsigned value = 0;
-        if (rest_.empty() || kDigits.find(rest_.front()) == std::string_view::npos)
+        if (rest_.empty() || kTenDigits.find(rest_.front()) == std::string_view::npos)
             fail("expected a number");
-        while (!rest_.empty() && kDigits.find(rest_.front()) != std::string_view::npos) {
+        while (!rest_.empty() && kTenDigits.find(rest_.front()) != std::string_view::npos) {
             value = std::min(value * 10 + static_cast<unsigned>(rest_.front() - '0'), 100000u);
             rest_.remove_prefix(1);
         }
@@ -255,8 +255,8 @@ private:
         case 't': return CodeSet::of("\t");
         case 's': return CodeSet::of(" \t\n\r");
         case 'S': return CodeSet::of(" \t\n\r").complement();
-        case 'd': return CodeSet::of(kDigits);
-        case 'D': return CodeSet::of(kDigits).complement();
+        case 'd': return CodeSet::of(kTenDigits);
+        case 'D': return CodeSet::of(kTenDigits).complement();
         case 'w': return word();
         case 'W': return word().complement();
         case 'i': return nameStart();
@@ -274,7 +274,7 @@ private:
     CodeSet word()
     {
         differ("\\w admits every character beyond ASCII");
-        return setOf(std::string{kLetters} + std::string{kDigits} + "$+<=>^`|~", true);
+        return setOf(std::string{kLetters} + std::string{kTenDigits} + "$+<=>^`|~", true);
     }
     static CodeSet nameStart()
     {
@@ -289,7 +289,7 @@ private:
     static CodeSet nameCharacter()
     {
         CodeSet set = nameStart();
-        set.add(CodeSet::of(std::string{kDigits} + "-."));
+        set.add(CodeSet::of(std::string{kTenDigits} + "-."));
         set.add({0xB7, 0xB7});
         set.add({0x300, 0x36F});
         set.add({0x203F, 0x2040});
@@ -335,7 +335,7 @@ private:
                 return {};
             }
             if (!first && take("-[")) {
-                if (nesting == kMostNesting) {
+                if (nesting == kMostParentheses) {
                     fail("more brackets one in another than are taken");
                     return {};
                 }

@@ -115,7 +115,7 @@ std::vector<std::string> listed(const CodeSet& set)
     return texts;
 }
 
-std::string joined(const std::vector<std::string>& parts)
+std::string asAlternatives(const std::vector<std::string>& parts)
 {
     std::string text;
     for (const std::string& part : parts) text += (text.empty() ? "" : "|") + part;
@@ -169,7 +169,7 @@ PosixClass posixClass(const CodeSet& set)
         parts.insert(parts.end(), texts.begin(), texts.end());
         result.positions += 4 * static_cast<unsigned>(texts.size());
         if (ascii.count == 0) parts.resize(texts.size());
-        result.text = parts.size() == 1 ? "(" + parts[0] + ")" : joined(parts);
+        result.text = parts.size() == 1 ? "(" + parts[0] + ")" : asAlternatives(parts);
         return result;
     }
     if (count != 0) {
@@ -177,7 +177,7 @@ PosixClass posixClass(const CodeSet& set)
         result.positions += 6;
         result.repeated = repeatedClass(ascii);
     }
-    result.text = joined(parts);
+    result.text = asAlternatives(parts);
     return result;
 }
 
