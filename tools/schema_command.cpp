@@ -75,7 +75,10 @@ Outcome compileSchemas(const Options& options)
         return outcome;
     }
     const auto compiled = xsd::compileSchema(options.schemas);
-    outcome.problems = compiled->problems;
+    for (const Problem& problem : compiled->problems) {
+        const bool warning = problem.severity == Problem::Severity::Warning;
+        if (!warning || !options.quiet) outcome.problems.push_back(problem);
+    }
     if (compiled->failed) {
         outcome.status = Status::Schema;
         return outcome;
