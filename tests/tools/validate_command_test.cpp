@@ -266,8 +266,8 @@ TEST(Validate, ASchemaThatCannotBeReadIsAStatusOfItsOwn)
     for (const char* name : {"routers", "Interfaces", "no-such.xsd"}) {
         const Ran ran = runTool({"validate", "--schema", name, "a.xml"});
         EXPECT_EQ(ran.status, 5) << name;
-        EXPECT_EQ(ran.err, std::string{name} +
-                               ": error: cannot open: No such file or directory. [2010]\n");
+        EXPECT_EQ(ran.err,
+                  std::string{name} + ": error: cannot open: No such file or directory. [2010]\n");
     }
     EXPECT_EQ(runTool({"validate", "a.xml"}).err,
               "netxml: --schema is required\nTry \"netxml --help\".\n");
