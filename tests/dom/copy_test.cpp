@@ -1,3 +1,4 @@
+#include "dom/declaration_scope.hpp"
 #include "dom/node.hpp"
 #include "tests/support/failing_heap.hpp"
 #include "tests/support/sources.hpp"
@@ -33,6 +34,87 @@ TEST(CopyNode, DeclaresWhatOnlyAnAttributeNeeds)
     EXPECT_EQ(take(XML_DOM_CopyNode(XML_DOM_GetFirstChild(root))),
               "<a xmlns:p=\"u\" p:x=\"1\" p:y=\"2\" xml:lang=\"zh\"/>");
     XML_DOM_DelNode(root);
+}
+
+// What an element has declared is given back when it is left: its room serves the next one.
+TEST(DeclarationScope, ManyElementsNeedTheRoomOfOne)
+{
+    XML_DOM_Node* root = treeOf("<r xmlns='d' xmlns:p='u' xmlns:q='v'/>");
+    {
+        netxml::DeclarationScope scope{nullptr};
+        const FailingHeap heap{0};
+        for (int i = 0; i < 1000; ++i) {
+            ASSERT_TRUE(scope.enter(root, 1)) << i;
+            ASSERT_TRUE(scope.holds("q"));
+            scope.leave(1);
+            ASSERT_FALSE(scope.holds("q"));
+        }
+        EXPECT_EQ(FailingHeap::allocations(), 0u);
+    }
+    XML_DOM_DelNode(root);
+}
+
+// Declarations in scope lie in room that costs no heap as long as they are few: with any number of
+// them, and prefixes of any length, each kind of record is once the first that asks the heap.
+TEST(CopySubTree, MemoryMayRunOutAtAnyRecord)
+{
+    for (int count = 0; count < 40; ++count) {
+        std::string source = "<r xmlns='d'";
+        std::string uses = "<e";
+        for (int i = 0; i < count; ++i) {
+            const std::string prefix =
+                "p" + std::to_string(i) + std::string(static_cast<std::size_t>(i % 5) * 20, 'x');
+            source += " xmlns:" + prefix + "='u" + std::to_string(i) + "'";
+            uses += " " + prefix + ":a='1'";
+        }
+        uses += " xml:lang='zh'><f xmlns:q='v' q:b='2'/></e>";
+        const std::string first = "<c" + source.substr(2) + "/>";
+        XML_DOM_Node* from = treeOf(source + ">" + first + uses + "</r>");
+        XML_DOM_Node* bare = treeOf("<t xmlns='o'/>");
+        XML_DOM_Node* same = treeOf(source + "><in/></r>");
+        XML_DOM_Node* inner = XML_DOM_GetFirstChild(same);
+        for (XML_DOM_Node* target : {bare, inner}) {
+            for (const std::size_t failures : {std::size_t{1}, FailingHeap::kForever}) {
+                const std::string before = written(target);
+                for (std::size_t allowed = 0;; ++allowed) {
+                    ASSERT_LT(allowed, 200u);
+                    const long blocks = heapLiveBlocks();
+                    uint32_t status = XML_RET_FAIL;
+                    bool refused = false;
+                    {
+                        const FailingHeap heap{allowed, failures};
+                        status = XML_DOM_CopySubTree(target, from);
+                        refused = FailingHeap::refused();
+                    }
+                    if (status == XML_RET_OK) {
+                        ASSERT_NE(written(target), before);
+                        while (XML_DOM_Node* child = XML_DOM_GetFirstChild(target))
+                            XML_DOM_DelNode(child);
+                    }
+                    ASSERT_EQ(written(target), before) << count << ", after " << allowed;
+                    ASSERT_EQ(heapLiveBlocks(), blocks);
+                    if (!refused) break;
+                }
+            }
+        }
+        for (XML_DOM_Node* tree : {from, bare, same}) XML_DOM_DelNode(tree);
+    }
+}
+
+// Strings that are blocks of their own wherever they may be one.
+TEST(CopySubTree, TakesLongStringsAndElementsWithoutAName)
+{
+    const std::string longText(5000, 'x');
+    XML_DOM_Node* from = treeOf("<r><" + longText + "/><e " + longText + "='1'/><e a='" + longText +
+                                "'/><e xmlns:" + longText + "='u'/><e xmlns:p='" + longText +
+                                "'/><e>" + longText + "</e></r>");
+    XML_DOM_Node* unnamed = XML_DOM_CreateTextualNodeInner(XML_DOM_NODE_ELEMENT, "x", 1);
+    ASSERT_EQ(XML_DOM_AddChildNode(from, unnamed), XML_RET_OK);
+    XML_DOM_Node* target = treeOf("<r/>");
+    ASSERT_EQ(XML_DOM_CopySubTree(target, from), XML_RET_OK);
+    EXPECT_EQ(written(target), written(from));
+    XML_DOM_DelNode(from);
+    XML_DOM_DelNode(target);
 }
 
 TEST(CopyRoot, MakesANewDocument)
@@ -71,6 +153,8 @@ constexpr SubTreeCase kSubTrees[] = {
      "<d xmlns:p=\"other\"><p:a xmlns:p=\"u\"><p:b/></p:a></d>"},
     {"scopes end with their element", "<d/>", "<s xmlns:p='u'><a xmlns:p='v'><p:b/></a><p:c/></s>",
      "<d><a xmlns:p=\"v\"><p:b/></a><p:c xmlns:p=\"u\"/></d>"},
+    {"a declaration serves all children, whatever the first of them declares", "<d/>",
+     "<s><a xmlns:p='u'><p:b xmlns:q='v'/><p:c/></a></s>", "<d><a xmlns:p=\"u\"><p:b xmlns:q=\"v\"/><p:c/></a></d>"},
     {"a declaration added for an attribute serves the children", "<d/>", "<s xmlns:p='u'><a p:x='1'><p:b/></a></s>",
      "<d><a xmlns:p=\"u\" p:x=\"1\"><p:b/></a></d>"},
     {"xml needs none", "<d/>", "<s><xml:a xml:b='1'/></s>", "<d><xml:a xml:b=\"1\"/></d>"},

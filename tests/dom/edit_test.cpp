@@ -180,6 +180,8 @@ TEST(Attributes, AreAddedWithTheirChecks)
     EXPECT_EQ(XML_DOM_AddAttr(XML_DOM_GetNextSibling(c), nullptr, "v", "1"), nullptr)
         << "no element";
     EXPECT_EQ(XML_DOM_AddAttrInner(nullptr, "v", "1"), nullptr);
+    EXPECT_EQ(XML_DOM_AddAttrInner(c, nullptr, "1"), nullptr);
+    EXPECT_EQ(XML_DOM_AddAttrInner(c, "v", nullptr), nullptr);
     EXPECT_EQ(written(c), "<c a=\"1\" p:a=\"3\" z:a=\"5\" xml:lang=\"zh\" xmlnsx=\"8\" v=\"\"/>");
     XML_DOM_DelNode(root);
 }

@@ -72,6 +72,8 @@ TEST(NodeNameSpace, InnerWorkerWithItsFlag)
     EXPECT_EQ(XML_DOM_AddNodeNameSpaceInner(e, "p", "v", 0), XML_RET_FAIL);
     EXPECT_EQ(XML_DOM_AddNodeNameSpaceInner(e, "p", "v", 256), XML_RET_OK) << "any bit counts";
     EXPECT_EQ(XML_DOM_AddNodeNameSpaceInner(e, nullptr, "", 0), XML_RET_OK);
+    EXPECT_EQ(XML_DOM_AddNodeNameSpaceInner(e, "q", nullptr, 0), XML_RET_FAIL);
+    EXPECT_EQ(XML_DOM_AddNodeNameSpaceInner(e, "p", nullptr, 1), XML_RET_FAIL);
     EXPECT_EQ(written(e), "<e xmlns:p=\"v\" xmlns=\"\"/>");
     XML_DOM_DelNode(e);
 }

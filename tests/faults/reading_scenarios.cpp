@@ -45,9 +45,9 @@ std::string brokenAtTheEnd()
 // More than the converters are asked one by one for.
 std::string muchBeyondAscii()
 {
-    std::string text = "<r>";
-    for (int i = 0; i < 3000; ++i) text += "\xE4\xB8\xAD\xC3\xA9";
-    return text + "</r>";
+    std::string text = "<r><e>";
+    for (int i = 0; i < 4000; ++i) text += "\xE4\xB8\xAD\xC3\xA9";
+    return text + "</e><e a='\xE4\xB8\xAD'>x\xE4\xB8\xADy\xF0\x9F\x98\x80z\xE6\x96\x87</e></r>";
 }
 
 enum class From { Block, List, File };

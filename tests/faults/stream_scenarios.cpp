@@ -151,6 +151,44 @@ private:
     std::string result_;
 };
 
+// To another encoding and back in the middle: what was converted is to be read again as it was.
+template <From from>
+class ThereAndBack : public Trial {
+public:
+    bool act() override
+    {
+        result_.clear();
+        XML_IO_InStream* stream = from == From::Block ? XML_IO_ByMem(bytesOf(text_), text_.size())
+                                                      : XML_IO_ByMemList(list_.list());
+        if (!stream) return false;
+        const bool done = read(*stream);
+        if (from == From::Block) XML_IO_DestroyByMem(stream);
+        else XML_IO_DestroyByMemList(stream);
+        return done;
+    }
+    std::string product() override { return result_; }
+
+private:
+    bool read(XML_IO_InStream& stream)
+    {
+        const auto good = [&stream] { return static_cast<uint32_t>(stream.status) < 2; };
+        // Not more than is there: the text ends where something fails.
+        for (int i = 0; i < 1000; ++i) {
+            XML_IO_Grow(&stream);
+            if (!good() || stream.cursor == stream.end) return false;
+            stream.mark = stream.cursor++;
+        }
+        if (XML_IO_SwitchEncoding(&stream, XML_ENCODING_UTF_8) >= 2) return false;
+        result_ = readAll(stream);
+        return good();
+    }
+
+    // Characters of one byte each in UTF-8, so that the place is between two of them.
+    std::string text_ = "\xFF\xFE" + convertTo("UTF-16LE", std::string(3000, 'x'));
+    ChunkList list_{text_, 333};
+    std::string result_;
+};
+
 }  // namespace
 
 std::vector<Scenario> streamScenarios()
@@ -164,5 +202,7 @@ std::vector<Scenario> streamScenarios()
         scenario<In<From::Block>>("an input stream over a block"),
         scenario<In<From::List>>("an input stream over a list"),
         scenario<In<From::File>>("an input stream over a file"),
+        scenario<ThereAndBack<From::Block>>("a block read in another encoding and back"),
+        scenario<ThereAndBack<From::List>>("a list read in another encoding and back"),
     };
 }

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <cstring>
+#include <vector>
 
 // The sanitizers ask for these: a block that is too large is no fault of this program.
 extern "C" {
@@ -173,6 +174,32 @@ TEST(ImpossibleLengths, AreRefused)
         EXPECT_EQ(XML_DOM_CreateTextualNodeInner(XML_DOM_NODE_TEXT, "x", length), nullptr)
             << length;
     EXPECT_EQ(heapLiveBlocks(), before);
+}
+
+// Chunks said to be longer than any memory, together or alone, are not put together: what they hold
+// is read from the front, up to the first error.
+TEST(ImpossibleLengths, OfChunks)
+{
+    constexpr std::size_t kHalf = SIZE_MAX / 2;
+    std::string text = "<a></b>";
+    text.resize(65536, ' ');
+    constexpr std::size_t kLarge = std::size_t{100} * 1024 * 1024;
+    for (const std::vector<std::uint64_t>& lengths : {std::vector<std::uint64_t>{UINT64_MAX},
+                                                      {kHalf, kHalf},
+                                                      {kHalf, kHalf, kHalf},
+                                                      {kLarge, kLarge}}) {
+        std::vector<XML_IO_MemChunk> chunks;
+        for (const std::uint64_t length : lengths)
+            chunks.push_back({nullptr, length, bytesOf(text)});
+        for (std::size_t i = 1; i < chunks.size(); ++i) chunks[i - 1].next = &chunks[i];
+        const XML_IO_MemList list{chunks.data()};
+        heapResetPeak();
+        const std::size_t before = heapPeakBytes();
+        char error[200] = "";
+        EXPECT_EQ(XML_DOM_BuildTreeByMemList(&list, sizeof error, error), nullptr);
+        EXPECT_NE(std::string{error}.find("tag name mismatch"), std::string::npos) << error;
+        EXPECT_LT(heapPeakBytes() - before, 65536u);
+    }
 }
 
 // Buffers said to be as large as can be: what is written is what it always is.

@@ -11,6 +11,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstring>
 #include <filesystem>
 #include <functional>
@@ -21,6 +22,7 @@ namespace {
 // What happens to the file in front of the n-th reading of it.
 std::function<void()> interference;
 int readingsBefore = 0;
+std::size_t mostOfAReading = SIZE_MAX;
 
 }  // namespace
 
@@ -31,7 +33,7 @@ ssize_t __real_read(int descriptor, void* to, std::size_t size);
 ssize_t __wrap_read(int descriptor, void* to, std::size_t size)
 {
     if (interference && readingsBefore-- == 0) interference();
-    return __real_read(descriptor, to, size);
+    return __real_read(descriptor, to, size < mostOfAReading ? size : mostOfAReading);
 }
 
 }  // extern "C"
@@ -157,6 +159,78 @@ TEST(OddFiles, AFifo)
             writer.join();
         }
     }
+}
+
+// With a writer that sends all at once, to whoever still listens.
+class Fifo {
+public:
+    explicit Fifo(const std::string& sent)
+    {
+        std::signal(SIGPIPE, SIG_IGN);
+        path_.remove();
+        EXPECT_EQ(mkfifo(path_.path(), 0600), 0);
+        writer_ = std::thread{[this, sent] {
+            const int descriptor = open(path_.path(), O_WRONLY);
+            EXPECT_NE(write(descriptor, sent.data(), sent.size()), 0);
+            close(descriptor);
+        }};
+    }
+    Fifo(const Fifo&) = delete;
+    Fifo& operator=(const Fifo&) = delete;
+    ~Fifo() { writer_.join(); }
+
+    const char* path() const { return path_.path(); }
+
+private:
+    TempFile path_;
+    std::thread writer_;
+};
+
+// Readings that end inside characters are no end of the text.
+TEST(OddFiles, AFifoThatGivesAByteAtATime)
+{
+    for (const char* encoding : {"GBK", "UTF-8"}) {
+        const std::string document = std::string{"<?xml version='1.0' encoding='"} + encoding +
+                                     "'?><a b='" + std::string(200, 'x') +
+                                     "'>\xE4\xB8\xAD\xE6\x96\x87</a>";
+        const Fifo fifo{convertTo(encoding, document)};
+        mostOfAReading = 1;
+        XML_DOM_Node* tree = XML_DOM_BuildTreeByFile(fifo.path(), 0, nullptr);
+        mostOfAReading = SIZE_MAX;
+        ASSERT_NE(tree, nullptr) << encoding;
+        EXPECT_STREQ(XML_DOM_GetFirstTextChildValue(tree), "\xD6\xD0\xCE\xC4");
+        XML_DOM_DelNode(tree);
+    }
+}
+
+// Nothing says how much will come, so the first slab is small: a root may leave no room in it for
+// its document's record.
+TEST(OddFiles, AFifoWhoseRootFillsTheFirstSlab)
+{
+    bool failed = false;
+    for (std::size_t size = 700; size < 1000; size += 4) {
+        for (std::size_t allowed = 0;; ++allowed) {
+            const long before = heapLiveBlocks();
+            const std::string name(size, 'n');
+            const Fifo fifo{"<" + name + ">" + std::string(size % 16 == 0 ? 0 : 120, 'x') + "</" +
+                            name + ">"};
+            bool refused = false;
+            XML_DOM_Node* tree = nullptr;
+            {
+                const FailingHeap heap{allowed};
+                tree = XML_DOM_BuildTreeByFile(fifo.path(), 0, nullptr);
+                refused = FailingHeap::refused();
+            }
+            // A file that was not opened leaves its writer waiting for somebody.
+            if (refused && !tree && allowed == 0) close(open(fifo.path(), O_RDONLY));
+            failed |= refused && !tree;
+            ASSERT_TRUE(tree || refused);
+            XML_DOM_DelNode(tree);
+            ASSERT_EQ(heapLiveBlocks(), before) << size << ", after " << allowed;
+            if (!refused) break;
+        }
+    }
+    EXPECT_TRUE(failed);
 }
 
 // Cut to any length, lengthened, emptied or removed in front of any reading: a tree is made of what

@@ -1,5 +1,6 @@
 // Input streams as a caller drives them, and their buffers from inside.
 #include "io/in_stream.hpp"
+#include "io/stream_buffer.hpp"
 #include "tests/support/failing_heap.hpp"
 #include "tests/support/sources.hpp"
 
@@ -9,9 +10,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <bit>
 #include <cstring>
 #include <memory>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -206,6 +209,129 @@ TEST(InStream, SwitchingThereAndBackLosesNothing)
         EXPECT_EQ(XML_IO_SwitchEncoding(s.get(), encoding), 0u);
         EXPECT_EQ(textOf(*s), text.substr(4));
         EXPECT_EQ(s->cursor - s->mark, 4);
+    }
+}
+
+TEST(StreamBuffer, RoomThatCannotBeIsRefused)
+{
+    XML_IO_InStream s{};
+    EXPECT_FALSE(netxml::StreamBuffer::text(s).enlarge(SIZE_MAX)) << "no such step";
+    s.capacity = SIZE_MAX - 100;
+    EXPECT_FALSE(netxml::StreamBuffer::text(s).enlarge(0)) << "no such capacity";
+    EXPECT_EQ(s.capacity, SIZE_MAX - 100);
+    s.capacity = SIZE_MAX / 2;
+    const FailingHeap heap{0};
+    EXPECT_FALSE(netxml::StreamBuffer::text(s).enlarge(0)) << "no such memory";
+    EXPECT_EQ(s.capacity, SIZE_MAX / 2);
+}
+
+// A switch in any state of the window, with any allocation failing: it is done, or the stream is as
+// it was.
+TEST(InStream, ASwitchMayRunOutOfMemoryAnywhere)
+{
+    const std::string chinese = convertTo("GBK", "\xE4\xB8\xAD\xE6\x96\x87\xE5\xAD\x97");
+    for (std::size_t plain = 0; plain<3200; plain += plain> 990 && plain < 1030 ? 1 : 33) {
+        std::string source(plain, 'x');
+        for (int i = 0; i < 300; ++i) source += chinese;
+        for (const std::size_t pending : {std::size_t{0}, plain}) {
+            for (std::size_t allowed = 0;; ++allowed) {
+                const ChunkList chunks{source, 500};
+                const Mem block{XML_IO_ByMem(bytesOf(source), source.size())};
+                const List list{XML_IO_ByMemList(chunks.list())};
+                bool refused = false;
+                for (XML_IO_InStream* s : {block.get(), list.get()}) {
+                    s->cursor += pending < s->available() ? pending : 0;
+                    const std::string before = textOf(*s);
+                    uint32_t status = 0;
+                    {
+                        const FailingHeap heap{allowed};
+                        status = XML_IO_SwitchEncoding(s, XML_ENCODING_GBK);
+                        refused |= FailingHeap::refused();
+                    }
+                    ASSERT_TRUE(status == 0 || (status == 2 && refused)) << status;
+                    if (status == 0) {
+                        ASSERT_EQ(s->encoding, XML_Encoding{XML_ENCODING_GBK});
+                    } else if (s->encoding == XML_ENCODING_UTF_8) {
+                        ASSERT_EQ(textOf(*s), before);
+                    }
+                }
+                if (!refused) break;
+            }
+        }
+    }
+}
+
+// A source that is being converted is not what another declaration says: it begins anew.
+TEST(InStream, ADeclarationOfOtherUnitsEndsAConversion)
+{
+    const std::string text = "abcd";
+    const Mem s{XML_IO_ByMem(bytesOf(text), text.size())};
+    EXPECT_EQ(XML_IO_SwitchEncoding(s.get(), XML_ENCODING_GBK), 0u);
+    EXPECT_EQ(XML_IO_SwitchEncoding(s.get(), XML_ENCODING_UTF_16), 0u);
+    EXPECT_EQ(s->available(), 6u) << "two characters of three bytes";
+}
+
+struct OpenOrder {
+    const char* written;  // the encoding of the text
+    const char* mark;     // that encoding's
+    std::size_t markSize;
+    const char* declared;  // leaves the order open
+};
+
+// A declaration that leaves the byte order open confirms the mark; going back and there again keeps
+// the mark's order.
+TEST(InStream, AMarkSaysTheOrderThatADeclarationLeavesOpen)
+{
+    // clang-format off
+    constexpr OpenOrder kCases[] = {
+        {"UTF-16LE", "\xFF\xFE",     2, "UTF-16"},
+        {"UTF-16BE", "\xFE\xFF",     2, "UTF-16"},
+        {"UTF-32LE", "\xFF\xFE\0\0", 4, "UTF-32"},
+        {"UTF-32BE", "\0\0\xFE\xFF", 4, "UTF-32"},
+        {"UTF-32LE", "\xFF\xFE\0\0", 4, "UCS-4"},
+        {"UTF-32BE", "\0\0\xFE\xFF", 4, "UCS-4"},
+    };
+    // clang-format on
+    const std::string text = "a\xE4\xB8\xAD text";
+    for (const OpenOrder& row : kCases) {
+        SCOPED_TRACE(std::string{row.written} + ", then " + row.declared);
+        const std::string source =
+            std::string{row.mark, row.markSize} + convertTo(row.written, text);
+        const XML_Encoding declared = XML_DOM_EncodingStrToEnum(row.declared);
+        const Mem s{XML_IO_ByMem(bytesOf(source), source.size())};
+        ASSERT_EQ(s->encoding, XML_DOM_EncodingStrToEnum(row.written));
+        EXPECT_EQ(XML_IO_SwitchEncoding(s.get(), declared), 0u);
+        EXPECT_EQ(s->encoding, declared);
+        EXPECT_EQ(textOf(*s), text);
+        EXPECT_EQ(XML_IO_SwitchEncoding(s.get(), XML_ENCODING_UTF_8), 0u);
+        EXPECT_EQ(textOf(*s), source.substr(row.markSize));
+        EXPECT_EQ(XML_IO_SwitchEncoding(s.get(), declared), 0u);
+        EXPECT_EQ(textOf(*s), text);
+    }
+    const std::string wide = "\xFF\xFE" + convertTo("UTF-16LE", "text");
+    const Mem s{XML_IO_ByMem(bytesOf(wide), wide.size())};
+    EXPECT_EQ(XML_IO_SwitchEncoding(s.get(), XML_ENCODING_UTF_32), 4u) << "units of another width";
+}
+
+// Without a mark iconv reads UTF-16 and UTF-32 in the machine's order, and UCS-4 in the other one's
+// if that is not big-endian: what is read back is in the same.
+TEST(InStream, WithoutAMarkTheOrderStaysTheConverters)
+{
+    const bool little = std::endian::native == std::endian::little;
+    const std::string text = "a\xE4\xB8\xAD text";
+    for (const auto& [written, declared] :
+         {std::pair{little ? "UTF-16LE" : "UTF-16BE", "UTF-16"},
+          std::pair{little ? "UTF-32LE" : "UTF-32BE", "UTF-32"}, std::pair{"UTF-32BE", "UCS-4"}}) {
+        SCOPED_TRACE(declared);
+        const std::string source = convertTo(written, text);
+        const XML_Encoding encoding = XML_DOM_EncodingStrToEnum(declared);
+        const Mem s{XML_IO_ByMem(bytesOf(source), source.size())};
+        EXPECT_EQ(XML_IO_SwitchEncoding(s.get(), encoding), 0u);
+        EXPECT_EQ(textOf(*s), text);
+        EXPECT_EQ(XML_IO_SwitchEncoding(s.get(), XML_ENCODING_UTF_8), 0u);
+        EXPECT_EQ(textOf(*s), source);
+        EXPECT_EQ(XML_IO_SwitchEncoding(s.get(), encoding), 0u);
+        EXPECT_EQ(textOf(*s), text);
     }
 }
 

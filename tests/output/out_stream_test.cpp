@@ -97,6 +97,19 @@ TEST(OutStream, CapacityIsTheNextStepStrictlyAboveTheNeed)
     }
 }
 
+TEST(OutStream, RoomThatCannotBeIsRefused)
+{
+    const Stream s = memory(0, 0);
+    append(s, "abc");
+    EXPECT_FALSE(s->target.memory->reserve(SIZE_MAX));
+    EXPECT_FALSE(s->target.memory->reserve(SIZE_MAX - 500)) << "the next step is beyond all sizes";
+    {
+        const FailingHeap heap{0};
+        EXPECT_FALSE(s->target.memory->reserve(SIZE_MAX / 2)) << "nor is it doubled";
+    }
+    EXPECT_EQ(held(s), "abc");
+}
+
 TEST(OutStream, DetachHandsTheBlockOutAndStartsAfresh)
 {
     const Stream s = memory(0, 0);
@@ -159,6 +172,9 @@ TEST(OutStream, CompletesCharactersAcrossAppends)
          {"\xC3", "\xA9\xE4\xB8\xAD"
                   "x"},
          "\xA8\xA6\xD6\xD0x"},
+        {"nothing is held back then",
+         {"\xC3", "\xA9\xE4\xB8\xAD", "x\xC3\xA9"},
+         "\xA8\xA6\xD6\xD0x\xA8\xA6"},
         {"the cap cuts the next one", {"\xC3", "\xA9\xF0\x9F\x98\x80"}, "\xA8\xA6\x94\x39\xFC\x36"},
         {"held back and never completed", {"a\xE4\xB8"}, "a"},
         {"held back, then something else", {"a\xE4\xB8", "b"}, "a!"},
@@ -220,7 +236,7 @@ TEST(OutStream, AFailingConversionKeepsWholeAreasInMemoryAndFile)
         if (round % 2 == 0)
             source += "\xFF"
                       "tail";
-        for (const char* target : {"GB18030", "UTF-16LE", "UTF-32BE"}) {
+        for (const char* target : {"GB18030", "UTF-16LE", "UTF-16BE", "UTF-32BE"}) {
             const PlainResult plain = plainConversion(target, source);
             const XML_Encoding encoding = XML_DOM_EncodingStrToEnum(target);
             const Stream s = memory(0, encoding);

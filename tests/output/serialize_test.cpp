@@ -194,6 +194,35 @@ TEST(BeginAndEnd, AreAlwaysOpenTags)
     XML_DOM_DelNode(root);
 }
 
+// What has no bytes of ASCII in it is written piece by piece.
+TEST(BeginAndEnd, InAnEncodingOfSeveralBytes)
+{
+    XML_DOM_Node* root = treeOf("<p:a xmlns:p='u' x='1'>t<b/><![CDATA[c]]></p:a>");
+    ASSERT_EQ(XML_DOM_SetEncoding(root, XML_ENCODING_UTF_16BE), XML_RET_OK);
+    XML_DOM_Node* t = XML_DOM_GetFirstChild(root);
+    XML_DOM_Node* b = XML_DOM_GetNextSibling(t);
+    XML_DOM_Node* c = XML_DOM_GetNextSibling(b);
+    XML_DOM_Node* strange = XML_DOM_CreateTextualNodeInner(9, "x", 1);
+    ASSERT_EQ(XML_DOM_AddChildNode(root, strange), XML_RET_OK);
+    struct Case {
+        XML_DOM_Node* node;
+        const char* begin;
+        const char* end;
+    };
+    for (const Case& row :
+         {Case{root, "<p:a xmlns:p=\"u\" x=\"1\">", "</p:a>"}, Case{t, "t", ""},
+          Case{b, "<b>", "</b>"}, Case{c, "<![CDATA[c]]>", ""}, Case{strange, "", ""}}) {
+        size_t length = 99;
+        char* text = XML_DOM_NodeBegin2Str(row.node, XML_DOM_WRITE_NO_DECLARATION, &length);
+        EXPECT_EQ(std::string(text, length), convertTo("UTF-16BE", row.begin));
+        heapReleaseHandedOut(text);
+        text = XML_DOM_NodeEnd2Str(row.node, &length);
+        EXPECT_EQ(std::string(text, length), convertTo("UTF-16BE", row.end));
+        heapReleaseHandedOut(text);
+    }
+    XML_DOM_DelNode(root);
+}
+
 TEST(OutPut, HandsOutEachTokenAsOnePiece)
 {
     XML_DOM_Node* root =
@@ -204,6 +233,20 @@ TEST(OutPut, HandsOutEachTokenAsOnePiece)
                               "xmlns|:|p|=\"|u|\"| xmlns|=\"|d|\"| |x|=\"|&#x20;|v|&lt;|\"|"
                               " |p|:|y|=\"|\"|>|t|&amp;|u|<|b|/>|<![CDATA[|c|]]>|</|p|:|a|>");
     XML_DOM_DelNode(root);
+}
+
+// A name that is missing, or empty, is no piece.
+TEST(OutPut, AnElementWithoutANameHasNoPieceForIt)
+{
+    for (XML_DOM_Node* element : {XML_DOM_CreateTextualNodeInner(XML_DOM_NODE_ELEMENT, "x", 1),
+                                  XML_DOM_CreateElementNodeInner("")}) {
+        ASSERT_NE(element, nullptr);
+        Pieces pieces;
+        EXPECT_EQ(XML_DOM_OutPutTranslateStr(element, 1, collect, &pieces), XML_RET_OK);
+        EXPECT_EQ(joined(pieces), "<|/>");
+        EXPECT_EQ(written(element), "</>");
+        XML_DOM_DelNode(element);
+    }
 }
 
 // Kept: an empty CDATA section is an empty piece, and that is a failure.
@@ -247,6 +290,16 @@ TEST(OutPut, AFailureStopsTheSiblingsOfWhatFailed)
     EXPECT_EQ(XML_DOM_OutPutTranslateStr(root, 0, collect, &declaration), 5u);
     EXPECT_EQ(joined(declaration), "<?xml version=\"|1.0|\" encoding=\"|UTF-8|\"?>")
         << "a failing declaration stops all";
+    XML_DOM_DelNode(root);
+}
+
+TEST(OutPut, AFailureLeavesOutTheRestOfTheDeclarations)
+{
+    XML_DOM_Node* root = treeOf("<a xmlns:p='u' xmlns:q='v' x='1'><b/></a>");
+    Pieces pieces;
+    pieces.failAt = 2;
+    EXPECT_EQ(XML_DOM_OutPutTranslateStr(root, 1, collect, &pieces), 5u);
+    EXPECT_EQ(joined(pieces), "<|a| xmlns|:|p|=\"|u|\"| |x|=\"|1|\"|>|<|b|/>|</|a|>");
     XML_DOM_DelNode(root);
 }
 
@@ -306,6 +359,10 @@ TEST(TranslateStr, WhatTheEncodingLacksFails)
     EXPECT_NE(XML_DOM_TranslateStr(root, 0, &text, &length), XML_RET_OK);
     EXPECT_EQ(text, nullptr) << "not written on failure";
     EXPECT_NE(length, 77u) << "but the length says how much was rendered";
+    EXPECT_EQ(XML_DOM_AddChildNode(root, XML_DOM_CreateElementNode("b")), XML_RET_OK);
+    EXPECT_NE(XML_DOM_TranslateStr4AllChild(root, &text, &length), XML_RET_OK);
+    EXPECT_EQ(text, nullptr);
+    EXPECT_EQ(length, 0u) << "not the child behind the one that fails";
     XML_DOM_DelNode(root);
 }
 
@@ -323,6 +380,22 @@ TEST(TranslateStr, LeavesNothingBehindWhicheverAllocationFails)
         EXPECT_EQ(FailingHeap::liveBlocks(), 0) << allowed;
         if (!FailingHeap::refused()) break;
     }
+    XML_DOM_DelNode(root);
+}
+
+TEST(TranslateStr, WithoutMemoryForTheTerminatorThereIsNoText)
+{
+    XML_DOM_Node* root = treeOf("<a/>");
+    char* text = nullptr;
+    std::size_t failures = 0;
+    for (std::size_t allowed = 0; !text; ++allowed) {
+        const FailingHeap heap{allowed};
+        const uint32_t status = XML_DOM_TranslateStr4AllChild(root, &text, nullptr);
+        EXPECT_EQ(status == XML_RET_OK, text != nullptr);
+        failures += text == nullptr;
+    }
+    EXPECT_EQ(failures, 3u) << "the stream, its block's record, the block";
+    heapReleaseHandedOut(text);
     XML_DOM_DelNode(root);
 }
 

@@ -1,7 +1,9 @@
 // Trees written in one go against the same trees written piece by piece.
 #include "netxml/netxml.h"
+#include "output/text_writer.hpp"
 #include "tests/support/failing_heap.hpp"
 #include "tests/support/random.hpp"
+#include "tests/support/sources.hpp"
 
 #include <gtest/gtest.h>
 
@@ -163,6 +165,94 @@ TEST(TreeWriter, WritesMuchTextBeyondAsciiAsThePiecesDo)
         const std::string inPieces = pieces(root, 0);
         const std::string written = atOnce(root, 0);
         ASSERT_EQ(written == inPieces, true) << round;
+        XML_DOM_DelNode(root);
+    }
+}
+
+// Strings that may not be read in whole blocks end where memory does.
+TEST(TreeWriter, ReadsNoByteBehindAString)
+{
+    for (std::size_t size = 0; size < 70; ++size) {
+        const std::string text = std::string(size, 'x');
+        const GuardedBytes block{std::string_view{text.c_str(), size + 1}};
+        const auto* string = reinterpret_cast<const char*>(block.data());
+        XML_IO_OutStream* stream =
+            XML_IO_MemOutStreamCreate(XML_ENCODING_GB18030, XML_ENCODING_UTF_8);
+        {
+            netxml::TextWriter writer{*stream};
+            writer.string(string, false);
+            writer.escaped(string, false);
+            writer.finish();
+            EXPECT_TRUE(writer.ok());
+        }
+        size_t length = 0;
+        const char* written = XML_IO_MemOutStreamGetBuf(stream, &length);
+        EXPECT_EQ((written ? std::string{written, length} : std::string{}), text + text);
+        XML_IO_OutStreamDestroy(stream);
+    }
+}
+
+// Beyond what the converter is asked for, with strings of any length at the end of the room.
+TEST(TreeWriter, MuchTextMayRunOutOfMemoryAnywhere)
+{
+    std::string much;
+    for (int i = 0; i < 20000; ++i) much += "\xD6\xD0";
+    XML_DOM_Node* root = rootWith({much, much, much});
+    for (std::size_t size = 0; size < 1200; size += 37) {
+        const std::string piece = std::string(size, 'x') + much.substr(0, size);
+        XML_DOM_Node* element = XML_DOM_CreateElementNode("e");
+        XML_DOM_AddAttr(element, nullptr, "a", (" " + piece + "<>&").c_str());
+        XML_DOM_AddChildNode(element, XML_DOM_CreateCDataNode(("c" + piece).c_str()));
+        XML_DOM_AddChildNode(element, XML_DOM_CreateTextNode((piece + "\n").c_str()));
+        XML_DOM_AddChildNode(root, element);
+    }
+    const std::string expected = atOnce(root, 0);
+    EXPECT_EQ(expected, pieces(root, 0));
+    for (const std::size_t failures : {std::size_t{1}, FailingHeap::kForever}) {
+        for (std::size_t allowed = 0;; ++allowed) {
+            const FailingHeap heap{allowed, failures};
+            const std::string text = atOnce(root, 0);
+            if (!FailingHeap::refused()) break;
+            if (text == expected) continue;  // a block that only would have saved work
+            ASSERT_EQ(text, "failed");
+            ASSERT_EQ(FailingHeap::liveBlocks(), 0);
+        }
+    }
+    XML_DOM_DelNode(root);
+    for (const char* bad : {"cut\xD6", "x\x80y", "x\xFFy"}) {
+        root = rootWith({much, bad});
+        EXPECT_EQ(pieces(root, 0), "failed") << bad;
+        EXPECT_EQ(atOnce(root, 0), "failed") << bad;
+        XML_DOM_DelNode(root);
+    }
+}
+
+// The room ends in front of any piece of markup, and the heap gives no more.
+TEST(TreeWriter, MemoryMayRunOutAtAnyPiece)
+{
+    for (std::size_t size = 500; size < 1100; ++size) {
+        XML_DOM_Node* root = rootWith({std::string(size, 'x')});
+        XML_DOM_AddNodeNameSpace(root, nullptr, "d");
+        XML_DOM_AddNodeNameSpace(root, "p", "u");
+        XML_DOM_AddAttr(root, nullptr, "a", "1");
+        XML_DOM_AddAttr(root, "p", "b", " < >&\n");
+        XML_DOM_Node* child = XML_DOM_CreateElementNode("e");
+        XML_DOM_AddChildNode(root, child);
+        XML_DOM_SetNodeNameSpace(child, "p");
+        XML_DOM_AddChildNode(child, XML_DOM_CreateElementNode("f"));
+        XML_DOM_AddChildNode(child, XML_DOM_CreateCDataNode("c\xD6\xD0"));
+        XML_DOM_AddChildNode(root, XML_DOM_CreateTextNode("\t&\xD6\xD0\n"));
+        const std::string expected = atOnce(root, 0);
+        for (const std::size_t failures : {std::size_t{1}, FailingHeap::kForever}) {
+            for (std::size_t allowed = 0;; ++allowed) {
+                const FailingHeap heap{allowed, failures};
+                const std::string text = atOnce(root, 0);
+                if (!FailingHeap::refused()) break;
+                if (text == expected) continue;  // a block that only would have saved work
+                ASSERT_EQ(text, "failed");
+                ASSERT_EQ(FailingHeap::liveBlocks(), 0);
+            }
+        }
         XML_DOM_DelNode(root);
     }
 }

@@ -255,10 +255,28 @@ TEST(SaxCallbacks, ReportTheirOwnFailures)
     const char* nameless[] = {nullptr, nullptr, nullptr, value, value + 1};
     XML_SAX_StartElementNs(&parser, "d", nullptr, nullptr, 0, nullptr, 1, 0, nameless);
     EXPECT_TRUE(failed());
+    const char* badPrefix[] = {"p\xFF", "u"};
+    XML_SAX_StartElementNs(&parser, "e", nullptr, nullptr, 1, badPrefix, 0, 0, nullptr);
+    EXPECT_TRUE(failed()) << "a prefix that cannot be converted";
+    const char* badUse[] = {"x", "q\xFF", nullptr, value, value + 1};
+    XML_SAX_StartElementNs(&parser, "f", nullptr, nullptr, 0, nullptr, 1, 0, badUse);
+    EXPECT_TRUE(failed()) << "nor one that is used";
+    XML_DOM_Node* text = XML_DOM_CreateTextNode("t");
+    builder.current = text;
+    XML_SAX_Characters(&parser, "x", 1);
+    EXPECT_TRUE(failed()) << "nothing lies in a text";
+    XML_DOM_DelNode(text);
+    builder.current = nullptr;
+    XML_SAX_StartElementNs(&parser, "g", nullptr, nullptr, 0, nullptr, 0, 0, nullptr);
+    EXPECT_TRUE(failed()) << "a second root";
     parser.encoding = 13;
     XML_SAX_EndDocument(&parser);
     EXPECT_TRUE(failed()) << "no such encoding";
     parser.encoding = 3;
+    parser.version = nullptr;
+    XML_SAX_EndDocument(&parser);
+    EXPECT_TRUE(failed()) << "no version";
+    parser.version = "1.0";
     XML_SAX_EndDocument(&parser);
     EXPECT_FALSE(failed());
     EXPECT_EQ(XML_DOM_GetEncoding(builder.root), 3u);
@@ -285,6 +303,19 @@ TEST(BuildTree, WithoutMemoryForAStreamTheTextIsEmpty)
         EXPECT_EQ(XML_DOM_BuildTreeByMemList(chunks.list(), sizeof error, error), nullptr);
         EXPECT_STREQ(error, "");
     }
+}
+
+// A declaration so long that what it says is not seen before it is read.
+TEST(BuildTree, ChunksWhoseEncodingStandsFarBehind)
+{
+    const std::string document =
+        "<?xml version='1.0'" + std::string(300, ' ') + "encoding='GBK'?><a>\xD6\xD0</a>";
+    const ChunkList chunks{document, 100};
+    XML_DOM_Node* root = XML_DOM_BuildTreeByMemList(chunks.list(), 0, nullptr);
+    ASSERT_NE(root, nullptr);
+    EXPECT_EQ(XML_DOM_GetEncoding(root), XML_Encoding{XML_ENCODING_GBK});
+    EXPECT_STREQ(XML_DOM_GetFirstTextChildValue(root), "\xD6\xD0");
+    XML_DOM_DelNode(root);
 }
 
 // A root that leaves no room for its document's record in the first slab.

@@ -45,6 +45,8 @@ const ErrorCase kErrors[] = {
     {"encoding unknown",                     "<?xml version='1.0' encoding='UTF'?><a/>",  32, R"(The Line 1 Column 34 :"?xml version='1.0' encoding='UTF'?><a/>", unsupported encoding.)"},
     {"encoding longer than a known one",     "<?xml version='1.0' encoding='UTF-81'?><a/>", 32, R"(The Line 1 Column 37 :"l version='1.0' encoding='UTF-81'?><a/>", unsupported encoding.)"},
     {"the quote ends the value inside what a lead announces", "<?xml version='1.0' encoding='\xE4'?><a/>", 32, "failed to convert encoding."},
+    {"an encoding beyond ASCII",             "<?xml version='1.0' encoding='\xE4\xB8\xAD'?><a/>", 32, nullptr},
+    {"input ends inside a character of the encoding", "<?xml version='1.0' encoding='\xE4", 34, R"(The Line 1 Column 32 :"<?xml version='1.0' encoding='", string not closed expecting " or '.)"},
     {"nothing between encoding and standalone", "<?xml version='1.0' encoding='UTF-8'standalone='no'?><a/>", 65, R"(The Line 1 Column 37 :"l version='1.0' encoding='UTF-8'standalone='no'?><a/>", expecting a space.)"},
     {"something else than standalone",       "<?xml version='1.0' x='1'?><a/>", 57, R"(The Line 1 Column 21 :"<?xml version='1.0' x='1'?><a/>", parsing XML declaration: '?>' expected.)"},
     {"encoding after standalone",            "<?xml version='1.0' standalone='no' encoding='UTF-8'?><a/>", 57, R"(The Line 1 Column 37 :"l version='1.0' standalone='no' encoding='UTF-8'?><a/>", parsing XML declaration: '?>' expected.)"},

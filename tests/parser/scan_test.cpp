@@ -187,4 +187,33 @@ TEST(Scan, ANameIsNoDeclarationByItsFoldedBytes)
     EXPECT_NE(std::string{error}.find("namespace prefix is not defined."), std::string::npos);
 }
 
+// The parser's own records are shown while the start tag that has them is, and at no other event.
+TEST(Scanner, ShowsAttributeRecordsDuringTheirEventOnly)
+{
+    struct Seen {
+        static void note(XML_Parser* parser)
+        {
+            *static_cast<std::string*>(parser->handler->userData) +=
+                parser->pendingAttributes ? '1' : '0';
+        }
+        static void start(XML_Parser* parser, const char*, const char*, const char*, uint32_t,
+                          const char**, uint32_t, uint32_t, const char**)
+        {
+            note(parser);
+        }
+        static void end(XML_Parser* parser, const char*, const char*, const char*) { note(parser); }
+        static void text(XML_Parser* parser, const char*, uint32_t) { note(parser); }
+    };
+    std::string seen;
+    XML_SAX_Handler handler{};
+    handler.startElementNs = Seen::start;
+    handler.endElementNs = Seen::end;
+    handler.characters = Seen::text;
+    handler.userData = &seen;
+    const std::string document = "<a x='1'>t<b/>u<\xE4\xB8\xAD y='2'/>v<c z='3'/></a>";
+    EXPECT_EQ(XML_Parser_ByMem(bytesOf(document), static_cast<uint32_t>(document.size()), &handler),
+              XML_RET_OK);
+    EXPECT_EQ(seen, "10000100100");
+}
+
 }  // namespace

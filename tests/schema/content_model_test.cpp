@@ -1,5 +1,7 @@
 // Content models against lists of children: each row is a rule of matching.
+#include "tests/support/failing_heap.hpp"
 #include "tests/support/schema_kit.hpp"
+#include "tests/support/sources.hpp"
 
 #include <gtest/gtest.h>
 
@@ -119,11 +121,59 @@ TEST(ContentModel, FollowsTheRules)
     }
 }
 
+// A particle without an upper bound, however many it asks for.
+TEST(ContentModel, ParticlesWithoutAnUpperBound)
+{
+    struct Case {
+        const char* model;
+        int count;
+        Schema_ErrorCode code;
+    };
+    for (const Case& row :
+         {Case{"(a{3,})", 2, 5}, Case{"(a{3,})", 3, 0}, Case{"(a{3,})", 50, 0},
+          Case{"(a{1000,})", 999, 5}, Case{"(a{1000,})", 1001, 0}, Case{"(a{1001,})", 1000, 5},
+          Case{"(a{1001,})", 1001, 0}, Case{"(a{1001,})", 1500, 0}, Case{"(a{2,}){2,2}", 1, 5},
+          Case{"(a{2,}){2,2}", 4, 0}}) {
+        SchemaKit kit;
+        kit.add(kit.element("r", kit.complexType(kit.model(row.model))));
+        std::string document = "<r>";
+        for (int i = 0; i < row.count; ++i) document += "<a/>";
+        EXPECT_EQ(kit.validate(document + "</r>").code, row.code)
+            << row.model << " <- " << row.count;
+    }
+}
+
 TEST(ContentModel, RefusesSevenGroupsOneInAnother)
 {
     SchemaKit kit;
     kit.add(kit.element("r", kit.complexType(kit.model("(((((((a)))))))"))));
     EXPECT_EQ(kit.sentence("<r><a/></r>"), "failed");
+}
+
+// So many particles that what was seen of each finds room on the heap only.
+TEST(ContentModel, AnAllGroupWithoutMemoryIsNoVerdict)
+{
+    SchemaKit kit;
+    Schema_ElementDecl* a = kit.element("a");
+    a->minOccurs = 0;
+    const std::vector<Schema_Object> particles(50000, {a, SCHEMA_KIND_ELEMENT});
+    const Schema_ModelGroup model{particles.data(), 1, 1, 50000, SCHEMA_COMPOSITOR_ALL};
+    kit.add(kit.element("r", kit.complexType(&model)));
+    XML_DOM_Node* tree = treeOf("<r><a/></r>");
+    std::size_t failures = 0;
+    for (std::size_t allowed = 0;; ++allowed) {
+        const FailingHeap heap{allowed};
+        Schema_ValidateResult result;
+        const uint32_t status = Schema_ValidateXml(tree, &kit.root(), &result);
+        EXPECT_EQ(FailingHeap::liveBlocks(), 0);
+        if (status == XML_RET_OK) {
+            EXPECT_EQ(result.code, SCHEMA_VALID);
+            break;
+        }
+        ++failures;
+    }
+    EXPECT_GT(failures, 0u);
+    XML_DOM_DelNode(tree);
 }
 
 TEST(ContentModel, RefusesWhatIsNoModel)

@@ -280,6 +280,30 @@ TEST_F(Attributes, Wildcards)
     }
 }
 
+// A tree made by hand may have an attribute twice: the first one counts, the other is left over.
+TEST_F(Attributes, OfTwoOfOneNameTheFirstCounts)
+{
+    Schema_ComplexType* type = kit.complexType(nullptr);
+    std::vector<const Schema_AttributeDecl*> uses;
+    std::vector<std::string> names;
+    for (int i = 0; i < 40; ++i) names.push_back("a" + std::to_string(i));
+    for (const std::string& name : names) uses.push_back(use(name.c_str()));
+    give(*type, uses);
+    kit.add(kit.element("r", type));
+    for (const std::size_t count : {std::size_t{3}, names.size()}) {
+        XML_DOM_Node* root = XML_DOM_CreateElementNode("r");
+        for (std::size_t i = 0; i < count; ++i)
+            ASSERT_TRUE(XML_DOM_AddAttrInner(root, names[i].c_str(), "1"));
+        Schema_ValidateResult result;
+        ASSERT_EQ(Schema_ValidateXml(root, &kit.root(), &result), XML_RET_OK);
+        EXPECT_EQ(result.code, SCHEMA_VALID);
+        ASSERT_TRUE(XML_DOM_AddAttrInner(root, "a1", "x"));
+        ASSERT_EQ(Schema_ValidateXml(root, &kit.root(), &result), XML_RET_OK);
+        EXPECT_EQ(result.code, SCHEMA_ERROR_ATTRIBUTE_UNEXPECTED) << count;
+        XML_DOM_DelNode(root);
+    }
+}
+
 TEST_F(Attributes, BrokenOnesAreNoVerdict)
 {
     const auto check = [&](const char* name, const char* attribute, auto breakIt) {
@@ -313,6 +337,8 @@ TEST_F(Attributes, BrokenOnesAreNoVerdict)
     ref->ref = ref;
     check("groupref", "", [&](Schema_ComplexType& t) { giveGroups(t, {ref}); });
     check("nogroup", "", [&](Schema_ComplexType& t) { giveGroups(t, {nullptr}); });
+    check("nouses", "", [&](Schema_ComplexType& t) { t.attributeCount = 1; });
+    check("nogroups", "", [&](Schema_ComplexType& t) { t.attributeGroupCount = 1; });
 }
 
 }  // namespace

@@ -181,6 +181,8 @@ TEST(ValidateXml, ElementsOfASimpleType)
          {"attributes come first", "<n a='1'><x/></n>",
           "Unexpected attribute '':'a' of element '/n'."},
          {"xml attributes", "<n xml:lang='en' xml:space='x' xml:base='y'>1</n>", "valid"},
+         {"a name of theirs without the namespace", "<n lang='en'>1</n>",
+          "Unexpected attribute '':'lang' of element '/n'."},
          {"another xml attribute", "<n xml:id='a'>1</n>",
           "Unexpected attribute 'http://www.w3.org/XML/1998/namespace':'id' of element '/n'."},
          {"a bad language, cut at 20 bytes", "<n xml:lang='abcdefghijklmnopqrstuvwxyzabcd'>1</n>",

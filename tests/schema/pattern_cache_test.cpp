@@ -6,16 +6,31 @@
 #include <gtest/gtest.h>
 
 #include <dlfcn.h>
+#include <locale.h>
 
+#include <clocale>
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace {
 
 int compiled = 0;
+const char* localeName = nullptr;  // what is said instead of the locale's own name
+const char* unnamed = "";          // says so where that is NULL
+int plainCategory = -1;            // of which "C" is said all the same
 
 }  // namespace
+
+extern "C" char* __real_setlocale(int category, const char* name);
+
+extern "C" char* __wrap_setlocale(int category, const char* name)
+{
+    if (name || !localeName) return __real_setlocale(category, name);
+    if (category == plainCategory) return const_cast<char*>("C");
+    return localeName == unnamed ? nullptr : const_cast<char*>(localeName);
+}
 
 extern "C" int regcomp(regex_t* into, const char* pattern, int flags)
 {
@@ -94,6 +109,73 @@ TEST(PatternCache, SimpleOnesAreNotCompiledUnlessATextIsBeyondAscii)
     EXPECT_FALSE(cache.matches("^ge-[0-9]+/0/[0-9]{1,2}$", "ge-1\xd6\xd0"));
     EXPECT_TRUE(cache.matches("ge.", "-ge\xd6"));
     EXPECT_EQ(compiled, 2);
+}
+
+// What a range holds depends on the locale: only where it has the rules of C there are tables.
+TEST(PatternCache, TablesAreForThePlainLocale)
+{
+    struct Case {
+        const char* name;
+        int compilations;
+    };
+    constexpr const char* kElsewhere = "C.UTF-8";
+    for (const Case& row :
+         {Case{"C", 0}, Case{"POSIX", 0}, Case{"en_US.UTF-8", 1}, Case{"", 1}, Case{unnamed, 1}}) {
+        PatternCache cache;
+        compiled = 0;
+        localeName = row.name;
+        EXPECT_TRUE(cache.matches("^[a-c]$", "b"));
+        localeName = nullptr;
+        EXPECT_EQ(compiled, row.compilations) << row.name;
+    }
+    for (const int category : {LC_CTYPE, LC_COLLATE}) {
+        PatternCache cache;
+        compiled = 0;
+        plainCategory = category;
+        localeName = "en_US.UTF-8";
+        EXPECT_TRUE(cache.matches("^[a-c]$", "b"));
+        localeName = nullptr;
+        plainCategory = -1;
+        EXPECT_EQ(compiled, 1) << "one of the two is not enough";
+    }
+#if defined(__GLIBC__)
+    PatternCache cache;
+    compiled = 0;
+    localeName = kElsewhere;
+    EXPECT_TRUE(cache.matches("^[a-c]$", "b"));
+    localeName = nullptr;
+    EXPECT_EQ(compiled, 0);
+#else
+    static_cast<void>(kElsewhere);
+#endif
+}
+
+TEST(PatternCache, NoTablesWhereTheThreadHasALocaleOfItsOwn)
+{
+    const locale_t own = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(nullptr));
+    ASSERT_NE(own, static_cast<locale_t>(nullptr));
+    const locale_t before = uselocale(own);
+    {
+        PatternCache cache;
+        compiled = 0;
+        EXPECT_TRUE(cache.matches("^[a-c]$", "b"));
+        EXPECT_EQ(compiled, 1);
+    }
+    uselocale(before);
+    freelocale(own);
+}
+
+// A cache on the heap has patterns on both sides of it.
+TEST(PatternCache, GivesItsMemoryBackWhereverItLies)
+{
+    const std::vector<std::string> patterns = manyPatterns();
+    const long before = heapLiveBlocks();
+    for (int round = 0; round < 2; ++round) {
+        const auto cache = std::make_unique<PatternCache>();
+        for (const std::string& pattern : patterns)
+            EXPECT_FALSE(cache->matches(pattern.c_str(), ""));
+    }
+    EXPECT_EQ(heapLiveBlocks(), before);
 }
 
 TEST(PatternCache, TheFirstOnesNeedNoHeap)

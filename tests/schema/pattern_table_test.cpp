@@ -86,6 +86,9 @@ constexpr const char* kNotSimple[] = {
     "a{64}",
     "a{x}",
     "a{1",
+    "a{1,x}",
+    "a{2}*",
+    "a{1,2}{3}",
     "a]",
     "a}",
     "a^b",
@@ -96,6 +99,9 @@ constexpr const char* kNotSimple[] = {
     "a\\",
     "\xd6\xd0",
     "[\xd6]",
+    "[a-\xd6]",
+    "[a-[]",
+    "[a-",
     "(((((((((a)))))))))",
 };
 

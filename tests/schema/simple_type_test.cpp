@@ -1,4 +1,5 @@
 // Values by types of every shape, as validation checks them.
+#include "schema/validate/simple_value.hpp"
 #include "tests/support/schema_kit.hpp"
 
 #include <gtest/gtest.h>
@@ -139,6 +140,27 @@ TEST_F(SimpleType, TheBaseCountsAlsoWithoutACount)
     type->memberCount = 0;
     EXPECT_EQ(check(type, "10"), "valid");
     EXPECT_EQ(check(type, "11"), "The value must be less than or equal to 10.");
+}
+
+// However many values are checked, what a check needs is given back.
+TEST_F(SimpleType, AChecksMemoryIsGivenBack)
+{
+    const Schema_SimpleType* plain = restrict(
+        builtin(Schema_BLDIN_int()), {{"2", SCHEMA_FACET_TOTAL_DIGITS, SCHEMA_BUILTIN_INT}});
+    const Schema_SimpleType* choice = makeType({builtin(Schema_BLDIN_boolean()), plain});
+    netxml::InlineChunkStack<1024> memory;
+    netxml::InlineChunkStack<1024> kept;
+    netxml::SimpleValue values{memory, kept};
+    const netxml::ChunkStack::Mark before = memory.mark();
+    using Outcome = netxml::SimpleValue::Outcome;
+    for (const Schema_SimpleType* type : {plain, choice}) {
+        for (const char* value : {"12", "123", "x", "true"}) {
+            const bool valid = values.check(*type, value) == Outcome::Valid;
+            EXPECT_EQ(valid, check(type, value) == "valid") << value;
+            EXPECT_EQ(memory.mark().chunk, before.chunk);
+            EXPECT_EQ(memory.mark().cursor, before.cursor) << value;
+        }
+    }
 }
 
 TEST_F(SimpleType, BrokenOnesAreNoVerdict)

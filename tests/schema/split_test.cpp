@@ -144,6 +144,10 @@ TEST(Split, WithoutArgumentsThereIsNoItem)
     EXPECT_EQ(Schema_GetFirstSplitStr("a", ",", sizeof buffer, buffer, nullptr), nullptr);
     EXPECT_EQ(Schema_GetNextSplitStr(nullptr), nullptr);
     EXPECT_EQ(Schema_GetNextSplitStr(&context), nullptr) << "a context that nothing filled";
+    context = {nullptr, "a", ",", sizeof buffer};
+    EXPECT_EQ(Schema_GetNextSplitStr(&context), nullptr) << "no buffer";
+    context = {buffer, "a", nullptr, sizeof buffer};
+    EXPECT_EQ(Schema_GetNextSplitStr(&context), nullptr) << "no separator";
 }
 
 TEST(Split, ABufferWithoutRoomGivesNoItem)

@@ -55,6 +55,15 @@ TEST_F(Trace, TheLevelHasNoLowerBound)
     EXPECT_EQ(printedBy([] { Schema_Debug_ShowMsgLine("x"); }), "\r\nx");
 }
 
+TEST_F(Trace, WithoutATextNothingIsPrinted)
+{
+    EXPECT_EQ(printedBy([] {
+                  Schema_Debug_ShowMsg(nullptr);
+                  Schema_Debug_ShowMsgLine(nullptr);
+              }),
+              "");
+}
+
 TEST_F(Trace, TextsAreCutAt1023Bytes)
 {
     const std::string text(3000, 'x');
@@ -78,6 +87,8 @@ TEST_F(Trace, ShowsANode)
     XML_DOM_Node* c = XML_DOM_GetNextSibling(b);
     EXPECT_EQ(printedBy([&] { Schema_Debug_ShowNode(c, "f"); }),
               "\r\nfunc=f,current node=[/a/c[1]], Value=[],ns=[],addr=[" + address(c) + "]");
+    EXPECT_EQ(printedBy([&] { Schema_Debug_ShowNode(c, nullptr); }),
+              "\r\nfunc=,current node=[/a/c[1]], Value=[],ns=[],addr=[" + address(c) + "]");
     EXPECT_EQ(printedBy([] { Schema_Debug_ShowNode(nullptr, "f"); }), "");
     Schema_Debug_Enable(0);
     EXPECT_EQ(printedBy([&] { Schema_Debug_ShowNode(b, "f"); }), "");
@@ -99,6 +110,16 @@ TEST_F(Trace, ListsTheTopElements)
     }
     EXPECT_EQ(printedBy([&] { Schema_Debug_ListTopObjects(&root); }),
               "\r\nTop Elements count=2\r\n[urn:if][interfaces]\r\n[][routes]\r\n");
+    EXPECT_EQ(printedBy([] { Schema_Debug_ListTopObjects(nullptr); }), "");
+    // A list that somebody else has filled.
+    elements[1].name = nullptr;
+    const void* items[] = {nullptr, &elements[1]};
+    Schema_Root odd{};
+    odd.elements.items = items;
+    odd.elements.count = 2;
+    EXPECT_EQ(printedBy([&] { Schema_Debug_ListTopObjects(&odd); }),
+              "\r\nTop Elements count=2\r\n[][]\r\n");
+    elements[1].name = "routes";
     Schema_Debug_Enable(0);
     EXPECT_EQ(printedBy([&] { Schema_Debug_ListTopObjects(&root); }), "");
     for (const Schema_ElementDecl& element : elements) {

@@ -220,6 +220,56 @@ TEST_F(ValuePlan, AThousandPiecesAtMost)
     EXPECT_FALSE(plans.of(more.type));
 }
 
+// Whatever the last piece is.
+TEST_F(ValuePlan, NotOnePieceMore)
+{
+    const Schema_Facet pattern{"^a$", SCHEMA_FACET_PATTERN, kString};
+    std::vector<Schema_Facet> facets(1023, pattern);
+    const Restriction patterns{builtin(Schema_BLDIN_string()), facets};
+    facets.push_back({"a", SCHEMA_FACET_ENUMERATION, kString});
+    const Restriction words{builtin(Schema_BLDIN_string()), facets};
+    const Restriction more{builtin(Schema_BLDIN_string()),
+                           std::vector<Schema_Facet>(1024, pattern)};
+    const std::vector<const Schema_SimpleType*> members(1024, builtin(Schema_BLDIN_boolean()));
+    Schema_SimpleType choice{};
+    choice.members = members.data();
+    choice.memberCount = 1023;
+    Schema_SimpleType larger = choice;
+    larger.memberCount = 1024;
+    Plans plans;
+    EXPECT_TRUE(plans.of(patterns.type));
+    EXPECT_FALSE(plans.of(words.type));
+    EXPECT_FALSE(plans.of(more.type));
+    EXPECT_TRUE(plans.of(choice));
+    EXPECT_FALSE(plans.of(larger));
+}
+
+TEST_F(ValuePlan, WithoutMemoryOnlyTheFirstAreKept)
+{
+    std::vector<std::unique_ptr<Restriction>> types;
+    for (int i = 0; i < 40; ++i)
+        types.push_back(std::make_unique<Restriction>(builtin(Schema_BLDIN_unsignedByte()),
+                                                      std::vector<Schema_Facet>{}));
+    std::vector<std::string> texts;
+    std::vector<Schema_Facet> facets;
+    for (int i = 0; i < 40; ++i) texts.push_back("^[[:alpha:]]{" + std::to_string(i) + "}");
+    for (const std::string& text : texts)
+        facets.push_back({text.c_str(), SCHEMA_FACET_PATTERN, kString});
+    const Restriction patterns{builtin(Schema_BLDIN_string()), facets};
+    class {
+    public:
+        netxml::InlineChunkStack<16384> kept;
+        PatternCache patterns;
+        ValuePlans plans{kept, patterns};
+    } large;
+    const FailingHeap heap{0};
+    std::size_t made = 0;
+    for (const auto& type : types) made += large.plans.of(type->type) != nullptr;
+    EXPECT_EQ(made, 24u);
+    decltype(large) others;
+    EXPECT_FALSE(others.plans.of(patterns.type)) << "no room for a pattern";
+}
+
 TEST_F(ValuePlan, WithoutMemoryThereIsNone)
 {
     const Restriction restriction{

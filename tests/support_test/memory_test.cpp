@@ -68,7 +68,13 @@ TEST(ChunkStack, RefusesWhatCannotBe)
     EXPECT_EQ(stack.allocate(SIZE_MAX), nullptr);
     EXPECT_EQ(stack.allocate(SIZE_MAX / 2), nullptr);
     EXPECT_EQ(stack.copyText(nullptr, SIZE_MAX), nullptr);
-    const FailingHeap heap{0};
+    Span much{nullptr, SIZE_MAX / 2, true};
+    Span nothing{};
+    EXPECT_FALSE(stack.keep(much));
+    EXPECT_FALSE(stack.keepBoth(much, nothing));
+    EXPECT_FALSE(stack.keepBoth(nothing, much));
+    EXPECT_EQ(netxml::heap::copyText("x", SIZE_MAX), nullptr);
+    const FailingHeap none{0};
     EXPECT_NE(stack.allocate(100), nullptr) << "the first bytes need no heap";
     EXPECT_EQ(stack.allocate(100000), nullptr);
 }
