@@ -8,6 +8,32 @@
 #
 # OPTIONS are passed on, such as --include-path or --network-types. The program that links the target
 # calls X_schema_register(), and links netxml.
+#
+# The tool is netxml's own target in its tree, else netxml::tool if there is one, else the program that
+# NETXML_TOOL names, else the installed netxml: the one beside this package, or, in a cross build, one
+# of the host's.
+
+# Names in OUT what runs as the tool, and makes netxml::tool of an installed program.
+function(netxml_find_tool out)
+    set(${out} netxml::tool PARENT_SCOPE)
+    if(TARGET netxml-tool)
+        set(${out} netxml-tool PARENT_SCOPE)  # in netxml's own tree
+        return()
+    elseif(TARGET netxml::tool)
+        return()
+    endif()
+    set(beside "")
+    if(NOT CMAKE_CROSSCOMPILING)
+        get_property(beside GLOBAL PROPERTY netxml_TOOL_HINT)
+    endif()
+    find_program(NETXML_TOOL netxml HINTS ${beside} DOC "The tool that compiles schemas, of this machine")
+    if(NOT NETXML_TOOL)
+        message(FATAL_ERROR "netxml_add_schema: the tool netxml is not installed; NETXML_TOOL names it")
+    endif()
+    add_executable(netxml::tool IMPORTED GLOBAL)
+    set_target_properties(netxml::tool PROPERTIES IMPORTED_LOCATION ${NETXML_TOOL})
+endfunction()
+
 function(netxml_add_schema target)
     cmake_parse_arguments(PARSE_ARGV 1 schema "" "PREFIX;LANG" "FILES;OPTIONS")
     if(schema_UNPARSED_ARGUMENTS)
@@ -37,12 +63,7 @@ function(netxml_add_schema target)
         list(APPEND arguments --lang ${schema_LANG})
     endif()
 
-    if(TARGET netxml-tool)
-        set(tool netxml-tool)  # in netxml's own tree
-    else()
-        find_program(NETXML_TOOL netxml REQUIRED)
-        set(tool ${NETXML_TOOL})
-    endif()
+    netxml_find_tool(tool)
     add_custom_command(OUTPUT ${source} ${header}
         COMMAND ${tool} schema compile ${arguments} ${schema_FILES}
         DEPENDS ${tool} ${schema_FILES}
