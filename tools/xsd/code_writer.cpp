@@ -510,25 +510,26 @@ private:
         for (const std::string& type : records_.networkTypes)
             names += (names.empty() ? "" : ", ") + stringLiteral(type);
         const std::string uri = nameSpace(records_.networkNamespace);
-        out_ += "\n/* The types that the library checks by name get the schema's namespace while a "
-                "root holds it. */\nstatic const char* const networkTypes[] = {" +
-                names +
-                "};\nstatic const size_t networkTypeCount = sizeof networkTypes / sizeof "
-                "networkTypes[0];\nstatic uint32_t holders;\n\n"
-                "static void unnameNetworkTypes(size_t count)\n{\n"
-                "    while (count != 0)\n        Schema_ReplaceInnerTypeNS(networkTypes["
-                "--count], " +
-                uri + ", " + null_ +
-                ");\n}\n\nstatic uint32_t nameNetworkTypes(void)\n{\n    size_t i;\n"
-                "    if (holders++ != 0) return XML_RET_OK;\n"
-                "    for (i = 0; i < networkTypeCount; ++i) {\n"
-                "        const uint32_t status = Schema_ReplaceInnerTypeNS(networkTypes[i], " +
-                null_ + ", " + uri +
-                ");\n        if (status == XML_RET_OK) continue;\n"
-                "        unnameNetworkTypes(i);\n        --holders;\n        return status;\n"
-                "    }\n    return XML_RET_OK;\n}\n\n"
-                "static void releaseNetworkTypes(void)\n{\n"
-                "    if (--holders == 0) unnameNetworkTypes(networkTypeCount);\n}\n";
+        out_ +=
+            "\n/* The types that the library checks by name get the schema's namespace while a "
+            "root holds it. */\nstatic const char* const networkTypes[] = {" +
+            names +
+            "};\nstatic const size_t networkTypeCount = sizeof networkTypes / sizeof "
+            "networkTypes[0];\nstatic uint32_t holders;\n\n"
+            "static void unnameNetworkTypes(size_t count)\n{\n"
+            "    while (count != 0)\n        Schema_ReplaceInnerTypeNS(networkTypes["
+            "--count], " +
+            uri + ", " + null_ +
+            ");\n}\n\nstatic uint32_t nameNetworkTypes(void)\n{\n    size_t i;\n"
+            "    if (holders++ != 0) return XML_RET_OK;\n"
+            "    for (i = 0; i < networkTypeCount; ++i) {\n"
+            "        const uint32_t status = Schema_ReplaceInnerTypeNS(networkTypes[i], " +
+            null_ + ", " + uri +
+            ");\n        if (status == XML_RET_OK) continue;\n"
+            "        unnameNetworkTypes(i);\n        --holders;\n        return status;\n"
+            "    }\n    return XML_RET_OK;\n}\n\n"
+            "static void releaseNetworkTypes(void)\n{\n"
+            "    if (holders != 0 && --holders == 0) unnameNetworkTypes(networkTypeCount);\n}\n";
     }
 
     const SchemaRecords& records_;
