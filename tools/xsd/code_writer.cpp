@@ -1,14 +1,14 @@
 #include "xsd/code_writer.hpp"
 
 #include "recode.hpp"
+#include "xsd/enumerator_names.hpp"
+#include "xsd/record_fields.hpp"
 #include "xsd/record_names.hpp"
 
 #include <algorithm>
 
 namespace netxml::xsd {
 namespace {
-
-constexpr std::size_t kLongestLine = 100;
 
 std::string upper(std::string_view text)
 {
@@ -17,109 +17,10 @@ std::string upper(std::string_view text)
     return result;
 }
 
-const char* useName(Schema_AttributeUse use)
-{
-    return use == SCHEMA_USE_REQUIRED     ? "SCHEMA_USE_REQUIRED"
-           : use == SCHEMA_USE_PROHIBITED ? "SCHEMA_USE_PROHIBITED"
-                                          : "SCHEMA_USE_OPTIONAL";
-}
-
-const char* formName(Schema_Form form)
-{
-    return form == SCHEMA_FORM_QUALIFIED     ? "SCHEMA_FORM_QUALIFIED"
-           : form == SCHEMA_FORM_UNQUALIFIED ? "SCHEMA_FORM_UNQUALIFIED"
-                                             : "SCHEMA_FORM_DEFAULT";
-}
-
-const char* processName(Schema_ProcessContents process)
-{
-    return process == SCHEMA_PROCESS_LAX    ? "SCHEMA_PROCESS_LAX"
-           : process == SCHEMA_PROCESS_SKIP ? "SCHEMA_PROCESS_SKIP"
-                                            : "SCHEMA_PROCESS_STRICT";
-}
-
-const char* compositorName(Schema_Compositor compositor)
-{
-    return compositor == SCHEMA_COMPOSITOR_ALL      ? "SCHEMA_COMPOSITOR_ALL"
-           : compositor == SCHEMA_COMPOSITOR_CHOICE ? "SCHEMA_COMPOSITOR_CHOICE"
-                                                    : "SCHEMA_COMPOSITOR_SEQUENCE";
-}
-
-constexpr const char* kFacetNames[] = {
-    "SCHEMA_FACET_ENUMERATION",   "SCHEMA_FACET_FRACTION_DIGITS", "SCHEMA_FACET_LENGTH",
-    "SCHEMA_FACET_MAX_EXCLUSIVE", "SCHEMA_FACET_MAX_INCLUSIVE",   "SCHEMA_FACET_MAX_LENGTH",
-    "SCHEMA_FACET_MIN_EXCLUSIVE", "SCHEMA_FACET_MIN_INCLUSIVE",   "SCHEMA_FACET_MIN_LENGTH",
-    "SCHEMA_FACET_PATTERN",       "SCHEMA_FACET_TOTAL_DIGITS"};
-
-struct KindName {
-    Schema_BuiltinKind kind;
-    const char* name;
-};
-
-constexpr KindName kKindNames[] = {
-    {SCHEMA_BUILTIN_BYTE, "SCHEMA_BUILTIN_BYTE"},
-    {SCHEMA_BUILTIN_SHORT, "SCHEMA_BUILTIN_SHORT"},
-    {SCHEMA_BUILTIN_UNSIGNED_BYTE, "SCHEMA_BUILTIN_UNSIGNED_BYTE"},
-    {SCHEMA_BUILTIN_UNSIGNED_SHORT, "SCHEMA_BUILTIN_UNSIGNED_SHORT"},
-    {SCHEMA_BUILTIN_INT, "SCHEMA_BUILTIN_INT"},
-    {SCHEMA_BUILTIN_LONG, "SCHEMA_BUILTIN_LONG"},
-    {SCHEMA_BUILTIN_UNSIGNED_INT, "SCHEMA_BUILTIN_UNSIGNED_INT"},
-    {SCHEMA_BUILTIN_UNSIGNED_LONG, "SCHEMA_BUILTIN_UNSIGNED_LONG"},
-    {SCHEMA_BUILTIN_INTEGER, "SCHEMA_BUILTIN_INTEGER"},
-    {SCHEMA_BUILTIN_DURATION, "SCHEMA_BUILTIN_DURATION"},
-    {SCHEMA_BUILTIN_DATE_TIME, "SCHEMA_BUILTIN_DATE_TIME"},
-    {SCHEMA_BUILTIN_DATE, "SCHEMA_BUILTIN_DATE"},
-    {SCHEMA_BUILTIN_TIME, "SCHEMA_BUILTIN_TIME"},
-    {SCHEMA_BUILTIN_G_YEAR, "SCHEMA_BUILTIN_G_YEAR"},
-    {SCHEMA_BUILTIN_G_MONTH, "SCHEMA_BUILTIN_G_MONTH"},
-    {SCHEMA_BUILTIN_G_DAY, "SCHEMA_BUILTIN_G_DAY"},
-    {SCHEMA_BUILTIN_G_YEAR_MONTH, "SCHEMA_BUILTIN_G_YEAR_MONTH"},
-    {SCHEMA_BUILTIN_G_MONTH_DAY, "SCHEMA_BUILTIN_G_MONTH_DAY"},
-    {SCHEMA_BUILTIN_STRING, "SCHEMA_BUILTIN_STRING"},
-};
-
-std::string kindName(Schema_BuiltinKind kind)
-{
-    for (const KindName& row : kKindNames) {
-        if (row.kind == kind) return row.name;
-    }
-    return std::to_string(kind);
-}
-
 std::string countText(std::uint32_t count)
 {
     return count == SCHEMA_UNBOUNDED ? "SCHEMA_UNBOUNDED" : std::to_string(count) + "u";
 }
-
-// The fields of a record, in lines.
-class Fields {
-public:
-    Fields& add(const std::string& field)
-    {
-        const std::string text = field + ",";
-        if (line_.size() + text.size() + 3 > kLongestLine) flush();
-        line_ += (line_.empty() ? "    " : " ") + text;
-        return *this;
-    }
-    std::string finish()
-    {
-        flush();
-        // No comma behind the last one.
-        text_.erase(text_.size() - 2, 1);
-        text_.pop_back();
-        return "{\n" + text_ + "}";
-    }
-
-private:
-    void flush()
-    {
-        if (!line_.empty()) text_ += line_ + "\n";
-        line_.clear();
-    }
-
-    std::string text_;
-    std::string line_;
-};
 
 class Writer {
 public:
@@ -214,7 +115,7 @@ private:
         if (!place.empty() && !record.source.empty()) place += ": ";
         out_ += "/* " + place + record.source + " */\n";
     }
-    void define(const std::string& type, const RecordBase& record, Fields& fields,
+    void define(const std::string& type, const RecordBase& record, RecordFields& fields,
                 bool shared = false)
     {
         comment(record);
@@ -299,15 +200,14 @@ private:
         out_ += "\n";
         defineArray("Schema_Facet", name + "_facets", type.facets, [&](const FacetRecord& facet) {
             return "{" + (facet.raw ? stringLiteral(facet.value) : bytes(facet.value)) + ", " +
-                   kFacetNames[facet.kind - SCHEMA_FACET_ENUMERATION] + ", " +
-                   kindName(facet.baseKind) + "}";
+                   facetName(facet.kind) + ", " + kindName(facet.baseKind) + "}";
         });
         const bool plainBase = type.members.size() == 1 && !type.members[0]->builtin.empty();
         if (!plainBase)
             defineArray("Schema_SimpleType* const", name + "_members", type.members,
                         [&](const SimpleTypeRecord* member) { return simpleType(member); });
         const bool named = !type.name.empty();
-        Fields fields;
+        RecordFields fields;
         fields
             .add(plainBase ? "base_" + type.members[0]->builtin
                            : array(name + "_members", type.members.size()))
@@ -324,7 +224,7 @@ private:
     void write(const AttributeRecord& attribute)
     {
         out_ += "\n";
-        Fields fields;
+        RecordFields fields;
         fields.add(address(attribute.ref))
             .add(simpleType(attribute.type))
             .add(text(attribute.name))
@@ -339,7 +239,7 @@ private:
     void write(const AttributeWildcardRecord* wildcard)
     {
         if (!wildcard) return;
-        Fields fields;
+        RecordFields fields;
         fields.add(nameSpace(wildcard->targetNamespace))
             .add(bytes(wildcard->constraint))
             .add(processName(wildcard->processContents));
@@ -353,7 +253,7 @@ private:
         defineArray("Schema_AttributeDecl* const", name + "_attributes", group.attributes,
                     [&](const AttributeRecord* attribute) { return address(attribute); });
         write(group.anyAttribute);
-        Fields fields;
+        RecordFields fields;
         fields.add(array(name + "_attributes", group.attributes.size()))
             .add(null_)
             .add(address(group.anyAttribute))
@@ -371,7 +271,7 @@ private:
         const std::string type = element.simpleType    ? simpleType(element.simpleType)
                                  : element.complexType ? address(element.complexType)
                                                        : null_;
-        Fields fields;
+        RecordFields fields;
         fields.add(address(element.ref))
             .add(text(element.name))
             .add(nameSpace(element.nameSpace))
@@ -394,7 +294,7 @@ private:
     void write(const WildcardRecord& wildcard)
     {
         out_ += "\n";
-        Fields fields;
+        RecordFields fields;
         fields.add(nameSpace(wildcard.targetNamespace))
             .add(bytes(wildcard.constraint))
             .add(countText(wildcard.min))
@@ -422,7 +322,7 @@ private:
                             return "{" + address(particle.wildcard) + ", SCHEMA_KIND_WILDCARD}";
                         return "{" + address(particle.group) + ", SCHEMA_KIND_MODEL_GROUP}";
                     });
-        Fields fields;
+        RecordFields fields;
         fields.add(array(name + "_particles", group.particles.size()))
             .add(countText(group.min))
             .add(countText(group.max))
@@ -446,7 +346,7 @@ private:
                     null_ + ", " + null_ + ", " + null_ + ", " + null_ + ", " + null_ + ", " +
                     simpleType(type.textType) +
                     ",\n    SCHEMA_KIND_SIMPLE_EXTENSION, SCHEMA_KIND_SIMPLE_TYPE, 0u, 0u, 0u};\n";
-        Fields fields;
+        RecordFields fields;
         fields.add(array(name + "_attributes", type.attributes.size()))
             .add(array(name + "_groups", type.attributeGroups.size()))
             .add(type.textType ? "&" + name + "_text" : null_)

@@ -1,5 +1,7 @@
 #include "xsd/number_range.hpp"
 
+#include "xsd/alternatives.hpp"
+
 #include <vector>
 
 namespace netxml::xsd {
@@ -10,19 +12,6 @@ constexpr const char* kNoFraction = "(\\.0*)?";
 constexpr std::string_view kDigits = "0123456789";
 
 using Alternatives = std::vector<std::string>;
-
-// An empty alternative makes the others optional.
-std::string joined(const Alternatives& alternatives)
-{
-    std::string text;
-    bool optional = false;
-    for (const std::string& one : alternatives) {
-        if (one.empty()) optional = true;
-        else text += (text.empty() ? "" : "|") + one;
-    }
-    if (alternatives.size() == 1) return text;
-    return text.empty() ? text : "(" + text + (optional ? ")?" : ")");
-}
 
 // The digits from `first` to `last`; nothing when there are none.
 std::string digits(int first, int last)
@@ -82,10 +71,10 @@ std::string magnitude(const DecimalNumber& limit, bool larger, bool equal)
     Alternatives integral;
     integralBeside(integral, limit.integral, larger);
     if (!larger && !limit.integral.empty()) integral.emplace_back();  // 0
-    if (!integral.empty()) whole.push_back(joined(integral) + kAnyFraction);
+    if (!integral.empty()) whole.push_back(groupedAlternatives(integral) + kAnyFraction);
     const Alternatives fractions = fractionsBeside(limit.fraction, larger, equal);
-    if (!fractions.empty()) whole.push_back(limit.integral + joined(fractions));
-    return whole.empty() ? std::string{} : "0*" + joined(whole);
+    if (!fractions.empty()) whole.push_back(limit.integral + groupedAlternatives(fractions));
+    return whole.empty() ? std::string{} : "0*" + groupedAlternatives(whole);
 }
 
 std::string zero()
@@ -135,7 +124,7 @@ std::string boundExpression(Bound bound, const DecimalNumber& limit)
     } else if (limit.isZero() && equal) {
         parts.push_back(zero());
     }
-    return joined(parts);
+    return groupedAlternatives(parts);
 }
 
 std::string integersBetween(const std::string& lowest, const std::string& highest)
@@ -145,7 +134,7 @@ std::string integersBetween(const std::string& lowest, const std::string& highes
         Alternatives integral;
         integralBeside(integral, limit, false);
         integral.push_back(limit);
-        return "(0+|0*" + joined(integral) + ")";
+        return "(0+|0*" + groupedAlternatives(integral) + ")";
     };
     return "\\+?" + upTo(highest) + "|-" + upTo(lowest);
 }
@@ -165,7 +154,7 @@ std::string totalDigitsExpression(unsigned count)
         const std::string fraction = std::to_string(count - integral);
         parts.push_back("[0-9]{" + std::to_string(integral) + "}(\\.[0-9]{0," + fraction + "}0*)?");
     }
-    return "[-+]?0*" + joined(parts);
+    return "[-+]?0*" + groupedAlternatives(parts);
 }
 
 std::string fractionDigitsExpression(unsigned count)

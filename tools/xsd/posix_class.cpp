@@ -2,6 +2,7 @@
 
 #include "recode.hpp"
 #include "utf8_text.hpp"
+#include "xsd/alternatives.hpp"
 
 #include <algorithm>
 
@@ -115,13 +116,6 @@ std::vector<std::string> listed(const CodeSet& set)
     return texts;
 }
 
-std::string asAlternatives(const std::vector<std::string>& parts)
-{
-    std::string text;
-    for (const std::string& part : parts) text += (text.empty() ? "" : "|") + part;
-    return parts.size() == 1 ? text : "(" + text + ")";
-}
-
 std::string repeatedClass(const AsciiPart& ascii)
 {
     if (ascii.missingTrail) return {};
@@ -169,7 +163,7 @@ PosixClass posixClass(const CodeSet& set)
         parts.insert(parts.end(), texts.begin(), texts.end());
         result.positions += 4 * static_cast<unsigned>(texts.size());
         if (ascii.count == 0) parts.resize(texts.size());
-        result.text = parts.size() == 1 ? "(" + parts[0] + ")" : asAlternatives(parts);
+        result.text = parts.size() == 1 ? "(" + parts[0] + ")" : groupedAlternatives(parts);
         return result;
     }
     if (count != 0) {
@@ -177,7 +171,7 @@ PosixClass posixClass(const CodeSet& set)
         result.positions += 6;
         result.repeated = repeatedClass(ascii);
     }
-    result.text = asAlternatives(parts);
+    result.text = groupedAlternatives(parts);
     return result;
 }
 
