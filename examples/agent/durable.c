@@ -1,5 +1,7 @@
 #include "durable.h"
 
+#include "write_all.h"
+
 #include <errno.h>
 #include <fcntl.h>
 #include <stdio.h>
@@ -12,18 +14,6 @@ static bool closeAfter(int file, bool done)
     const bool closed = close(file) == 0;
     if (!done) errno = reason;
     return done && closed;
-}
-
-static bool writeAll(int file, const char* bytes, size_t length)
-{
-    while (length != 0) {
-        const ssize_t count = write(file, bytes, length);
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return false;
-        bytes += count;
-        length -= (size_t)count;
-    }
-    return true;
 }
 
 /* A new name, or one that is gone, is on disk only when its directory is. */

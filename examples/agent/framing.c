@@ -1,5 +1,7 @@
 #include "framing.h"
 
+#include "write_all.h"
+
 #include <errno.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -256,18 +258,6 @@ void frameEnd(FrameReader* reader)
 /* ------------------------------------------------------------------------------------------------
  * Writing
  */
-
-static bool writeAll(int file, const char* bytes, size_t length)
-{
-    while (length != 0) {
-        const ssize_t count = write(file, bytes, length);
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return false;
-        bytes += count;
-        length -= (size_t)count;
-    }
-    return true;
-}
 
 bool frameWrite(int file, bool chunked, const char* text, size_t length)
 {

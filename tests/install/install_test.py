@@ -135,7 +135,7 @@ class Install(InstallationCase):
 class Variants(InstallationCase):
     """Builds that leave something out, or that need something besides."""
 
-    def library(self, name: str, *options: str | Path) -> Path:
+    def installed(self, name: str, *options: str | Path) -> Path:
         """Builds the library alone and installs it; returns the prefix."""
         build, prefix = self.work / f"{name}-build", self.work / name
         run(CMAKE, "-S", SOURCE, "-B", build, "-DCMAKE_BUILD_TYPE=None", "-DNETXML_BUILD_TOOLS=OFF",
@@ -151,7 +151,7 @@ class Variants(InstallationCase):
         return {re.sub("@.*", "", line.split()[-1]) for line in lines} - {"NETXML_1.0"}
 
     def test_what_is_left_out_is_not_there(self) -> None:
-        prefix = self.library("small", "-DNETXML_WITH_SCHEMA=OFF", "-DNETXML_WITH_FILES=OFF",
+        prefix = self.installed("small", "-DNETXML_WITH_SCHEMA=OFF", "-DNETXML_WITH_FILES=OFF",
                               "-DCMAKE_CXX_FLAGS=-O1")
         library = prefix / LIBDIR / "libnetxml.so"
         exports = (SOURCE / "cmake/exports.map").read_text()
@@ -177,7 +177,7 @@ class Variants(InstallationCase):
         (iconv / "include/iconv.h").write_text((HERE / "separate_iconv.h").read_text())
         run(C_COMPILER, "-fPIC", "-shared", "-Wl,-soname,libiconv.so", HERE / "separate_iconv.c",
             "-o", iconv / "lib/libiconv.so")
-        prefix = self.library("separate", "-DNETXML_ICONV=libiconv", f"-DCMAKE_PREFIX_PATH={iconv}")
+        prefix = self.installed("separate", "-DNETXML_ICONV=libiconv", f"-DCMAKE_PREFIX_PATH={iconv}")
         self.assertIn("libiconv.so", run("readelf", "-d", prefix / LIBDIR / "libnetxml.so"))
 
         env = {"PKG_CONFIG_PATH": str(prefix / LIBDIR / "pkgconfig")}

@@ -34,6 +34,21 @@ std::string atOnce(const XML_DOM_Node* node, uint32_t flags)
     return written;
 }
 
+// Each allocation fails, once and from there on: the text comes out all the same, or nothing stays.
+void failAnywhere(const XML_DOM_Node* root, const std::string& expected)
+{
+    for (const std::size_t failures : {std::size_t{1}, FailingHeap::kForever}) {
+        for (std::size_t allowed = 0;; ++allowed) {
+            const FailingHeap heap{allowed, failures};
+            const std::string text = atOnce(root, 0);
+            if (!FailingHeap::refused()) break;
+            if (text == expected) continue;  // a block that only would have saved work
+            ASSERT_EQ(text, "failed");
+            ASSERT_EQ(FailingHeap::liveBlocks(), 0);
+        }
+    }
+}
+
 std::string someText(Random& random)
 {
     std::string text;
@@ -208,16 +223,7 @@ TEST(TreeWriter, MuchTextMayRunOutOfMemoryAnywhere)
     }
     const std::string expected = atOnce(root, 0);
     EXPECT_EQ(expected, pieces(root, 0));
-    for (const std::size_t failures : {std::size_t{1}, FailingHeap::kForever}) {
-        for (std::size_t allowed = 0;; ++allowed) {
-            const FailingHeap heap{allowed, failures};
-            const std::string text = atOnce(root, 0);
-            if (!FailingHeap::refused()) break;
-            if (text == expected) continue;  // a block that only would have saved work
-            ASSERT_EQ(text, "failed");
-            ASSERT_EQ(FailingHeap::liveBlocks(), 0);
-        }
-    }
+    failAnywhere(root, expected);
     XML_DOM_DelNode(root);
     for (const char* bad : {"cut\xD6", "x\x80y", "x\xFFy"}) {
         root = rootWith({much, bad});
@@ -243,16 +249,7 @@ TEST(TreeWriter, MemoryMayRunOutAtAnyPiece)
         XML_DOM_AddChildNode(child, XML_DOM_CreateCDataNode("c\xD6\xD0"));
         XML_DOM_AddChildNode(root, XML_DOM_CreateTextNode("\t&\xD6\xD0\n"));
         const std::string expected = atOnce(root, 0);
-        for (const std::size_t failures : {std::size_t{1}, FailingHeap::kForever}) {
-            for (std::size_t allowed = 0;; ++allowed) {
-                const FailingHeap heap{allowed, failures};
-                const std::string text = atOnce(root, 0);
-                if (!FailingHeap::refused()) break;
-                if (text == expected) continue;  // a block that only would have saved work
-                ASSERT_EQ(text, "failed");
-                ASSERT_EQ(FailingHeap::liveBlocks(), 0);
-            }
-        }
+        failAnywhere(root, expected);
         XML_DOM_DelNode(root);
     }
 }

@@ -30,7 +30,7 @@ class Builder:
     netxml: str
     cc: str
     cxx: str
-    library: Path
+    built: Path
     includes: str
     driver: Path
     flags: list[str]
@@ -45,7 +45,7 @@ class Builder:
         language = ["-x", "c++", "-std=c++17"] if cxx else ["-x", "c", "-std=c99"]
         compiler = [self.cxx if cxx else self.cc, *WARNINGS, *self.flags, "-I", self.includes]
         compiler += ["-I", str(directory), *language, str(source), str(self.driver), "-x", "none"]
-        link = [str(self.library), f"-Wl,-rpath,{self.library.parent}", "-o", str(program)]
+        link = [str(self.built), f"-Wl,-rpath,{self.built.parent}", "-o", str(program)]
         self._run(compiler + link)
         return program
 

@@ -1,0 +1,11 @@
+/* Writing to a file, a pipe or a socket until everything is out. */
+#ifndef AGENT_WRITE_ALL_H
+#define AGENT_WRITE_ALL_H
+
+#include <stdbool.h>
+#include <stddef.h>
+
+/* Goes on where a signal interrupts or less was taken. Returns false with errno. */
+bool writeAll(int file, const char* bytes, size_t length);
+
+#endif
