@@ -4,6 +4,7 @@
 #include "schema/types/date_time.hpp"
 #include "schema/types/duration.hpp"
 #include "schema/types/integer_value.hpp"
+#include "schema/types/kinds_follow.hpp"
 #include "schema/types/pattern.hpp"
 #include "support/format.hpp"
 
@@ -180,15 +181,7 @@ constexpr FacetRule kFacetRules[] = {
     {25, totalDigitsTest,  "The total digit length must be equal to %s."},
 };
 // clang-format on
-constexpr bool kindsFollow() noexcept
-{
-    Schema_FacetKind kind = SCHEMA_FACET_ENUMERATION;
-    for (const FacetRule& rule : kFacetRules) {
-        if (rule.kind != kind++) return false;
-    }
-    return true;
-}
-static_assert(kindsFollow());
+static_assert(kindsFollow(kFacetRules, Schema_FacetKind{SCHEMA_FACET_ENUMERATION}));
 static_assert(sizeof kFacetRules / sizeof kFacetRules[0] ==
               SCHEMA_FACET_TOTAL_DIGITS - SCHEMA_FACET_ENUMERATION + 1);
 

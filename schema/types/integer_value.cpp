@@ -1,5 +1,6 @@
 #include "schema/types/integer_value.hpp"
 
+#include "schema/types/kinds_follow.hpp"
 #include "support/ascii.hpp"
 
 #include <cstdlib>
@@ -34,15 +35,7 @@ constexpr IntegerRange kIntegerRanges[] = {
     {15, true,  20, "0",                    "9223372036854775807"},
 };
 // clang-format on
-constexpr bool kindsFollow() noexcept
-{
-    Schema_BuiltinKind kind = SCHEMA_BUILTIN_BYTE;
-    for (const IntegerRange& range : kIntegerRanges) {
-        if (range.kind != kind++) return false;
-    }
-    return true;
-}
-static_assert(kindsFollow());
+static_assert(kindsFollow(kIntegerRanges, Schema_BuiltinKind{SCHEMA_BUILTIN_BYTE}));
 static_assert(sizeof kIntegerRanges / sizeof kIntegerRanges[0] ==
               SCHEMA_BUILTIN_NON_NEGATIVE_INTEGER - SCHEMA_BUILTIN_BYTE + 1);
 

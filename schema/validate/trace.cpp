@@ -11,7 +11,7 @@ namespace netxml {
 namespace {
 
 constexpr std::size_t kTextSize = 1024;
-constexpr std::size_t kPathSize = 512;
+constexpr std::size_t kTracedPathSize = 512;
 
 std::uint16_t enabled;
 std::uint32_t indent;
@@ -79,7 +79,7 @@ void Schema_Debug_ShowMsgLine(const char* format, ...)
 void Schema_Debug_ShowNode(const XML_DOM_Node* node, const char* function)
 {
     if (!isOn() || !node) return;
-    char path[kPathSize];
+    char path[kTracedPathSize];
     path[0] = '\0';
     XML_DOM_GetXPath(node, sizeof path, path);
     char text[kTextSize];

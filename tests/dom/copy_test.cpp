@@ -7,23 +7,17 @@
 
 namespace {
 
-std::string take(XML_DOM_Node* node)
-{
-    const std::string text = node ? written(node) : "NULL";
-    XML_DOM_DelNode(node);
-    return text;
-}
-
 TEST(CopyNode, IsShallowAndDetached)
 {
     XML_DOM_Node* root = treeOf(
         "<r xmlns:p='u' xmlns='d'><p:a p:x='1' y='2' xmlns:z='v'>t<b/></p:a>t<![CDATA[c]]></r>");
     XML_DOM_Node* a = XML_DOM_GetFirstChild(root);
     XML_DOM_Node* text = XML_DOM_GetNextSibling(a);
-    EXPECT_EQ(take(XML_DOM_CopyNode(a)), "<p:a xmlns:z=\"v\" xmlns:p=\"u\" p:x=\"1\" y=\"2\"/>");
-    EXPECT_EQ(take(XML_DOM_CopyNode(text)), "t");
-    EXPECT_EQ(take(XML_DOM_CopyNode(XML_DOM_GetNextSibling(text))), "<![CDATA[c]]>");
-    EXPECT_EQ(take(XML_DOM_CopyNode(root)), "<r xmlns:p=\"u\" xmlns=\"d\"/>");
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CopyNode(a)),
+              "<p:a xmlns:z=\"v\" xmlns:p=\"u\" p:x=\"1\" y=\"2\"/>");
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CopyNode(text)), "t");
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CopyNode(XML_DOM_GetNextSibling(text))), "<![CDATA[c]]>");
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CopyNode(root)), "<r xmlns:p=\"u\" xmlns=\"d\"/>");
     EXPECT_EQ(XML_DOM_CopyNode(nullptr), nullptr);
     XML_DOM_DelNode(root);
 }
@@ -31,7 +25,7 @@ TEST(CopyNode, IsShallowAndDetached)
 TEST(CopyNode, DeclaresWhatOnlyAnAttributeNeeds)
 {
     XML_DOM_Node* root = treeOf("<r xmlns:p='u'><a p:x='1' p:y='2' xml:lang='zh'/></r>");
-    EXPECT_EQ(take(XML_DOM_CopyNode(XML_DOM_GetFirstChild(root))),
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CopyNode(XML_DOM_GetFirstChild(root))),
               "<a xmlns:p=\"u\" p:x=\"1\" p:y=\"2\" xml:lang=\"zh\"/>");
     XML_DOM_DelNode(root);
 }
@@ -127,7 +121,7 @@ TEST(CopyRoot, MakesANewDocument)
     EXPECT_EQ(XML_DOM_GetEncoding(copy), 8u);
     EXPECT_STREQ(XML_DOM_GetVersion(copy), "1.0");
     XML_DOM_DelNode(root);
-    EXPECT_EQ(take(copy), "<p:r xmlns:p=\"u\" a=\"1\"/>");
+    EXPECT_EQ(writtenAndDeleted(copy), "<p:r xmlns:p=\"u\" a=\"1\"/>");
     EXPECT_EQ(XML_DOM_CopyRoot(nullptr), nullptr);
     XML_DOM_Node* alone = XML_DOM_CreateElementNode("x");
     EXPECT_EQ(XML_DOM_CopyRoot(alone), nullptr) << "no document";
@@ -169,7 +163,7 @@ TEST(CopySubTree, AppendsDeepCopies)
         XML_DOM_Node* source = treeOf(row.source);
         EXPECT_EQ(XML_DOM_CopySubTree(destination, source), XML_RET_OK) << row.why;
         XML_DOM_DelNode(source);
-        EXPECT_EQ(take(destination), row.result) << row.why;
+        EXPECT_EQ(writtenAndDeleted(destination), row.result) << row.why;
     }
 }
 
@@ -183,7 +177,7 @@ TEST(CopySubTree, OntoItselfAndInsideItself)
         << "inside the source";
     EXPECT_EQ(XML_DOM_CopySubTree(a, root), XML_RET_FAIL);
     EXPECT_EQ(XML_DOM_CopySubTree(root, a), XML_RET_OK) << "outwards";
-    EXPECT_EQ(take(root), "<r><a><b/></a>t<a><b/></a>t<b/></r>");
+    EXPECT_EQ(writtenAndDeleted(root), "<r><a><b/></a>t<a><b/></a>t<b/></r>");
 }
 
 TEST(CopySubTree, RefusesBadArguments)
@@ -194,7 +188,7 @@ TEST(CopySubTree, RefusesBadArguments)
     EXPECT_EQ(XML_DOM_CopySubTree(XML_DOM_GetFirstChild(root), root), XML_RET_FAIL) << "no element";
     EXPECT_EQ(XML_DOM_CopySubTree(root, XML_DOM_GetFirstChild(root)), XML_RET_OK)
         << "text has no children";
-    EXPECT_EQ(take(root), "<r>t</r>");
+    EXPECT_EQ(writtenAndDeleted(root), "<r>t</r>");
 }
 
 // A binding whose declaration is not in scope any more cannot be copied.
@@ -216,11 +210,11 @@ TEST(Copy, FailsForABindingThatCannotBeResolved)
     EXPECT_EQ(XML_DOM_CopyNode(inner), nullptr);
     XML_DOM_Node* destination = treeOf("<d><last/></d>");
     EXPECT_EQ(XML_DOM_CopySubTree(destination, root), XML_RET_FAIL);
-    EXPECT_EQ(take(destination), "<d><last/></d>") << "nothing of it stays";
+    EXPECT_EQ(writtenAndDeleted(destination), "<d><last/></d>") << "nothing of it stays";
     XML_DOM_Node* empty = treeOf("<d/>");
     EXPECT_EQ(XML_DOM_CopySubTree(empty, root), XML_RET_FAIL);
     EXPECT_EQ(XML_DOM_AddChildNode(empty, XML_DOM_CreateTextNode("t")), XML_RET_OK);
-    EXPECT_EQ(take(empty), "<d>t</d>") << "nor in an empty one";
+    EXPECT_EQ(writtenAndDeleted(empty), "<d>t</d>") << "nor in an empty one";
     XML_DOM_DelNode(root);
     XML_DOM_DelNode(loose);
 }

@@ -6,13 +6,6 @@
 
 namespace {
 
-std::string take(XML_DOM_Node* node)
-{
-    const std::string text = node ? written(node) : "NULL";
-    XML_DOM_DelNode(node);
-    return text;
-}
-
 struct CreateCase {
     const char* why;
     const char* name;
@@ -35,33 +28,36 @@ constexpr CreateCase kElementWithText[] = {
 TEST(Create, ElementWithText)
 {
     for (const CreateCase& row : kElementWithText)
-        EXPECT_EQ(take(XML_DOM_CreateElementWithText(row.name, row.text)), row.made) << row.why;
+        EXPECT_EQ(writtenAndDeleted(XML_DOM_CreateElementWithText(row.name, row.text)), row.made)
+            << row.why;
 }
 
 TEST(Create, ElementWithCData)
 {
-    EXPECT_EQ(take(XML_DOM_CreateElementWithCData("a", "x<y")), "<a><![CDATA[x<y]]></a>");
-    EXPECT_EQ(take(XML_DOM_CreateElementWithCData("a", nullptr)), "<a/>");
-    EXPECT_EQ(take(XML_DOM_CreateElementWithCData("1", "x")), "NULL");
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CreateElementWithCData("a", "x<y")),
+              "<a><![CDATA[x<y]]></a>");
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CreateElementWithCData("a", nullptr)), "<a/>");
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CreateElementWithCData("1", "x")), "NULL");
 }
 
 TEST(Create, SingleNodes)
 {
-    EXPECT_EQ(take(XML_DOM_CreateElementNode("a")), "<a/>");
-    EXPECT_EQ(take(XML_DOM_CreateElementNode("a:b")), "NULL");
-    EXPECT_EQ(take(XML_DOM_CreateElementNode(nullptr)), "NULL");
-    EXPECT_EQ(take(XML_DOM_CreateElementNodeInner("a:b")), "<a:b/>") << "not checked";
-    EXPECT_EQ(take(XML_DOM_CreateElementNodeInner(nullptr)), "NULL");
-    EXPECT_EQ(take(XML_DOM_CreateTextNode("x")), "x");
-    EXPECT_EQ(take(XML_DOM_CreateTextNode(nullptr)), "NULL");
-    EXPECT_EQ(take(XML_DOM_CreateCDataNode("x")), "<![CDATA[x]]>");
-    EXPECT_EQ(take(XML_DOM_CreateCDataNode(nullptr)), "NULL");
-    EXPECT_EQ(take(XML_DOM_CreateTextualNodeInner(2, "abcdef", 3)), "abc") << "so many bytes";
-    EXPECT_EQ(take(XML_DOM_CreateTextualNodeInner(3, "abc", 0)), "<![CDATA[]]>");
-    EXPECT_EQ(take(XML_DOM_CreateTextualNodeInner(2, nullptr, 0)), "NULL");
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CreateElementNode("a")), "<a/>");
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CreateElementNode("a:b")), "NULL");
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CreateElementNode(nullptr)), "NULL");
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CreateElementNodeInner("a:b")), "<a:b/>") << "not checked";
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CreateElementNodeInner(nullptr)), "NULL");
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CreateTextNode("x")), "x");
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CreateTextNode(nullptr)), "NULL");
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CreateCDataNode("x")), "<![CDATA[x]]>");
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CreateCDataNode(nullptr)), "NULL");
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CreateTextualNodeInner(2, "abcdef", 3)), "abc")
+        << "so many bytes";
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CreateTextualNodeInner(3, "abc", 0)), "<![CDATA[]]>");
+    EXPECT_EQ(writtenAndDeleted(XML_DOM_CreateTextualNodeInner(2, nullptr, 0)), "NULL");
     XML_DOM_Node* strange = XML_DOM_CreateTextualNodeInner(9, "x", 1);
     EXPECT_EQ(XML_DOM_GetNodeType(strange), 9u) << "the type is stored unchanged";
-    EXPECT_EQ(take(strange), "") << "and such a node writes nothing";
+    EXPECT_EQ(writtenAndDeleted(strange), "") << "and such a node writes nothing";
     EXPECT_EQ(XML_DOM_CreateTextualNodeInner(2, "x", SIZE_MAX), nullptr);
     EXPECT_EQ(XML_DOM_CreateTextualNodeInner(2, "x", SIZE_MAX - 8), nullptr);
 }
@@ -92,7 +88,7 @@ TEST(Link, AddChildChecksBothSides)
     EXPECT_EQ(XML_DOM_AddChildNode(a, b), XML_RET_FAIL) << "it has a parent";
     EXPECT_EQ(XML_DOM_AddChildNode(a, t), XML_RET_OK);
     EXPECT_EQ(XML_DOM_AddChildNode(root, a), XML_RET_OK);
-    EXPECT_EQ(take(root), "<r><a><b/>t</a></r>");
+    EXPECT_EQ(writtenAndDeleted(root), "<r><a><b/>t</a></r>");
 }
 
 TEST(Link, InsertBefore)
@@ -107,7 +103,7 @@ TEST(Link, InsertBefore)
     EXPECT_EQ(XML_DOM_InsertBeforeNode(nullptr, x), XML_RET_FAIL);
     EXPECT_EQ(XML_DOM_InsertBeforeNode(b, nullptr), XML_RET_FAIL);
     EXPECT_EQ(XML_DOM_AddChildNode(root, x), XML_RET_OK) << "the last child is still known";
-    EXPECT_EQ(take(root), "<r><a/><b/><c/><d/><x/></r>");
+    EXPECT_EQ(writtenAndDeleted(root), "<r><a/><b/><c/><d/><x/></r>");
 }
 
 // Kept: the new node is not checked, so a document's root can be put into another tree.
@@ -118,7 +114,7 @@ TEST(Link, InsertBeforeTakesARootAndItsDocumentWithIt)
     XML_DOM_Node* other = treeOf("<o><p/></o>");
     EXPECT_EQ(XML_DOM_InsertBeforeNode(XML_DOM_GetFirstChild(root), other), XML_RET_OK);
     EXPECT_EQ(XML_DOM_GetRoot(XML_DOM_GetFirstChild(other)), other);
-    EXPECT_EQ(take(root), "<r><o><p/></o><b/></r>");
+    EXPECT_EQ(writtenAndDeleted(root), "<r><o><p/></o><b/></r>");
     EXPECT_EQ(heapLiveBlocks(), before);
 }
 
@@ -138,7 +134,7 @@ TEST(Change, SetNodeValue)
         const FailingHeap heap{0};
         EXPECT_EQ(XML_DOM_SetNodeValue(text, "lost"), XML_RET_FAIL);
     }
-    EXPECT_EQ(take(root), "<r>ew<![CDATA[d]]></r>");
+    EXPECT_EQ(writtenAndDeleted(root), "<r>ew<![CDATA[d]]></r>");
 }
 
 TEST(Change, SetNodeName)
@@ -155,7 +151,7 @@ TEST(Change, SetNodeName)
         const FailingHeap heap{0};
         EXPECT_EQ(XML_DOM_SetNodeName(root, "t"), XML_RET_FAIL);
     }
-    EXPECT_EQ(take(root), "<p:s xmlns:p=\"u\">t</p:s>") << "the binding stays";
+    EXPECT_EQ(writtenAndDeleted(root), "<p:s xmlns:p=\"u\">t</p:s>") << "the binding stays";
 }
 
 TEST(Attributes, AreAddedWithTheirChecks)
@@ -195,7 +191,7 @@ TEST(Attributes, AddedAndWithoutMemory)
         EXPECT_EQ(FailingHeap::liveBlocks(), 0);
         EXPECT_EQ(XML_DOM_GetNextAttr(XML_DOM_GetFirstAttr(root)), nullptr);
     }
-    EXPECT_EQ(take(root), "<r xmlns:p=\"u\" a=\"1\" p:b=\"2\"/>");
+    EXPECT_EQ(writtenAndDeleted(root), "<r xmlns:p=\"u\" a=\"1\" p:b=\"2\"/>");
 }
 
 TEST(Attributes, AreDeletedByPrefixAndName)
@@ -220,7 +216,7 @@ TEST(Attributes, AreDeletedByPrefixAndName)
     XML_DOM_Attr* only = XML_DOM_AddAttr(root, nullptr, "n", "5");
     EXPECT_EQ(XML_DOM_GetFirstAttr(root), only);
     EXPECT_NE(XML_DOM_AddAttr(root, nullptr, "m", "6"), nullptr);
-    EXPECT_EQ(take(root), "<r xmlns:p=\"u\" xmlns:q=\"u\" n=\"5\" m=\"6\"/>");
+    EXPECT_EQ(writtenAndDeleted(root), "<r xmlns:p=\"u\" xmlns:q=\"u\" n=\"5\" m=\"6\"/>");
 }
 
 TEST(Delete, UnlinksFromEveryPlace)
@@ -240,7 +236,7 @@ TEST(Delete, UnlinksFromEveryPlace)
     XML_DOM_DelNode(XML_DOM_GetFirstChild(root));
     EXPECT_EQ(written(root), "<r/>");
     EXPECT_EQ(XML_DOM_AddChildNode(root, XML_DOM_CreateTextNode("u")), XML_RET_OK);
-    EXPECT_EQ(take(root), "<r>u</r>");
+    EXPECT_EQ(writtenAndDeleted(root), "<r>u</r>");
 }
 
 }  // namespace

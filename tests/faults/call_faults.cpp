@@ -20,9 +20,9 @@ namespace {
 std::optional<FailingHeap> heap;
 const FaultPlan* active = nullptr;
 std::size_t left = 0;  // calls that still succeed
-std::size_t done = 0;  // calls that failed
+std::size_t callsFailed = 0;
 
-std::size_t made[kCalls];
+std::size_t callsSeen[kCalls];
 long openConverters = 0;
 long compiledPatterns = 0;
 std::set<int> openFiles;  // by the library or a test, through open()
@@ -30,14 +30,14 @@ std::set<int> openFiles;  // by the library or a test, through open()
 // Whether this call is one of those that fail.
 bool fails(Call call)
 {
-    ++made[static_cast<std::size_t>(call)];
+    ++callsSeen[static_cast<std::size_t>(call)];
     if (!active || active->call != call) return false;
     if (left != 0) {
         --left;
         return false;
     }
-    if (active->times != kFromThereOn && done == active->times) return false;
-    ++done;
+    if (active->times != kFromThereOn && callsFailed == active->times) return false;
+    ++callsFailed;
     return true;
 }
 
@@ -57,7 +57,7 @@ int opened(int descriptor)
 
 FaultInjection::FaultInjection(const FaultPlan& plan, std::size_t allowed)
 {
-    done = 0;
+    callsFailed = 0;
     left = allowed;
     active = &plan;
     if (plan.call == Call::Allocation) heap.emplace(allowed, plan.times);
@@ -66,13 +66,13 @@ FaultInjection::FaultInjection(const FaultPlan& plan, std::size_t allowed)
 FaultInjection::~FaultInjection()
 {
     active = nullptr;
-    if (heap) made[static_cast<std::size_t>(Call::Allocation)] += FailingHeap::allocations();
+    if (heap) callsSeen[static_cast<std::size_t>(Call::Allocation)] += FailingHeap::allocations();
     heap.reset();
 }
 
 std::size_t FaultInjection::injected()
 {
-    return heap ? FailingHeap::refusals() : done;
+    return heap ? FailingHeap::refusals() : callsFailed;
 }
 
 Holdings Holdings::now()
@@ -89,7 +89,7 @@ std::string Holdings::text() const
 
 std::size_t callsMade(Call call)
 {
-    return made[static_cast<std::size_t>(call)];
+    return callsSeen[static_cast<std::size_t>(call)];
 }
 
 // What the linker puts in the place of a function, and the function itself. GNU libiconv's header

@@ -261,7 +261,7 @@ constexpr struct {
     const char* text;
     const char* value;
     const char* message;
-} kMessages[] = {
+} kFacetMessages[] = {
     {kEnumeration,  kString, "a",  "c",    "The value does not match the enumeration."},
     {kLength,       kString, "3",  "abcd", "The length must be equal to 3."},
     {kMaxExclusive, kInt,    "10", "10",   "The value must be less than 10."},
@@ -298,7 +298,7 @@ TEST(CheckFacet, PatternsAndOthers)
 
 TEST(CheckFacet, SentencesAreCutAtEverySize)
 {
-    for (const auto& c : kMessages) {
+    for (const auto& c : kFacetMessages) {
         const Schema_Facet facet{c.text, c.kind, c.baseKind};
         EXPECT_EQ(checked(facet, c.value), c.message);
         for (uint32_t size = 1; size <= 80; ++size)

@@ -26,7 +26,7 @@ const Pool kDurations = {
     "P9999Y65535M65535DT65535H65535M65535S", "P0Y65535M65535DT0H0M0S", "P0Y65536M0DT0H0M0S",
     "P1Y", "", "x", "P1Y0M0DT0H0M0S ", "P0Y0M1DT0H0M0S", "P0Y0M0DT24H0M0S", "P0Y0M0DT23H59M60S",
 };
-const Pool kTexts = {
+const Pool kSomeTexts = {
     "", "a", "b", "ab", "abc", "abcd", "A", "1", "a1b", "\xC3\xA9", "\xC3\xA9t\xC3\xA9", " ", "\n",
     "true", "0", "00", "-007", "12.3", "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa",
 };
@@ -79,7 +79,7 @@ Pool poolOf(uint32_t kind)
     if (kind == SCHEMA_BUILTIN_DURATION) return kDurations;
     if (kind >= SCHEMA_BUILTIN_DATE_TIME && kind <= SCHEMA_BUILTIN_G_MONTH_DAY)
         return dateTimes(kind);
-    Pool pool = kTexts;
+    Pool pool = kSomeTexts;
     pool.insert(pool.end(), kNumbers.begin(), kNumbers.end());
     return pool;
 }

@@ -124,6 +124,13 @@ std::string written(const XML_DOM_Node* node, uint32_t flags)
     return result;
 }
 
+std::string writtenAndDeleted(XML_DOM_Node* node)
+{
+    std::string text = node ? written(node) : "NULL";
+    XML_DOM_DelNode(node);
+    return text;
+}
+
 XML_DOM_Node* treeOf(std::string_view text)
 {
     char error[256] = "";

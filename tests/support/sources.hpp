@@ -74,5 +74,8 @@ std::string convertTo(const char* target, std::string_view text, const char* sou
 // A tree as text, without the declaration unless other flags are given.
 std::string written(const XML_DOM_Node* node, uint32_t flags = XML_DOM_WRITE_NO_DECLARATION);
 
+// The same, and the tree is gone; "NULL" without one.
+std::string writtenAndDeleted(XML_DOM_Node* node);
+
 // A tree from text that must be well-formed.
 XML_DOM_Node* treeOf(std::string_view text);

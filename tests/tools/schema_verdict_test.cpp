@@ -6,7 +6,7 @@
 namespace netxml::testing {
 namespace {
 
-constexpr const char* kOpen =
+constexpr const char* kSchemaStart =
     "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema' xmlns='urn:t' targetNamespace='urn:t' "
     "elementFormDefault='qualified'>";
 
@@ -199,7 +199,7 @@ TEST(SchemaVerdict, IsThatOfXmlSchema)
     const TempDir directory;
     const std::string schema = directory / "t.xsd";
     for (const VerdictRow& row : kVerdicts) {
-        writeText(schema, std::string{kOpen} + row.schema + "</xs:schema>");
+        writeText(schema, std::string{kSchemaStart} + row.schema + "</xs:schema>");
         const Ran compiled = runTool({"schema", "compile", "--list-outputs", schema});
         EXPECT_EQ(compiled.status, 0) << row.why << compiled.err;
         check(row, schema, row.valid, 0);

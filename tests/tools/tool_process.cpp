@@ -82,6 +82,12 @@ std::string readText(const std::string& path)
     return text.str();
 }
 
+Ran runValidate(std::vector<std::string> arguments, const Surroundings& around)
+{
+    arguments.insert(arguments.begin(), {"validate", "--schema", "interfaces"});
+    return runTool(arguments, around);
+}
+
 Ran runProgram(const std::vector<std::string>& command, const Surroundings& around)
 {
     const TempDir files;

@@ -44,6 +44,8 @@ struct Surroundings {
 
 // Runs the tool with these arguments.
 Ran runTool(const std::vector<std::string>& arguments, const Surroundings& around = {});
+// Validates with these arguments by the schema that is built in.
+Ran runValidate(std::vector<std::string> arguments, const Surroundings& around = {});
 // Runs a program found on the path.
 Ran runProgram(const std::vector<std::string>& command, const Surroundings& around = {});
 

@@ -9,15 +9,9 @@ namespace {
 
 constexpr const char* kDocuments = NETXML_EXAMPLE_DOCUMENTS;
 
-Ran validate(std::vector<std::string> arguments, const Surroundings& around = {})
-{
-    arguments.insert(arguments.begin(), {"validate", "--schema", "interfaces"});
-    return runTool(arguments, around);
-}
-
 Ran validateText(const std::string& text)
 {
-    return validate({"-"}, {.input = text});
+    return runValidate({"-"}, {.input = text});
 }
 
 // A document of the schema whose device has this model.
@@ -91,7 +85,7 @@ const BrokenCase kBroken[] = {
 TEST(Validate, TellsTheViolationThePlaceAndThePath)
 {
     for (const BrokenCase& c : kBroken) {
-        const Ran ran = validate({c.file}, {.directory = kDocuments});
+        const Ran ran = runValidate({c.file}, {.directory = kDocuments});
         EXPECT_EQ(ran.status, 3) << c.file;
         EXPECT_EQ(ran.out, "") << c.file;
         EXPECT_EQ(ran.err, std::string{c.file} + ":" + c.place + ": error: " + c.sentence +
@@ -103,7 +97,7 @@ TEST(Validate, TellsTheViolationThePlaceAndThePath)
 TEST(Validate, WritesViolationsAsJson)
 {
     for (const BrokenCase& c : kBroken) {
-        const Ran ran = validate({"--error-format=json", c.file}, {.directory = kDocuments});
+        const Ran ran = runValidate({"--error-format=json", c.file}, {.directory = kDocuments});
         const std::string place = c.place;
         const std::size_t colon = place.find(':');
         EXPECT_EQ(ran.err, std::string{"{\"file\":\""} + c.file + "\",\"line\":" +
@@ -121,7 +115,7 @@ TEST(Validate, AcceptsTheValidDocuments)
     for (const auto& entry : std::filesystem::directory_iterator{kDocuments}) {
         const std::string name = entry.path().filename().string();
         if (!name.starts_with("valid-")) continue;
-        const Ran ran = validate({name}, {.directory = kDocuments});
+        const Ran ran = runValidate({name}, {.directory = kDocuments});
         EXPECT_EQ(ran.status, 0) << name << ": " << ran.err;
         EXPECT_EQ(ran.out, name + ": valid\n");
         EXPECT_EQ(ran.err, "");
@@ -132,7 +126,7 @@ TEST(Validate, AcceptsTheValidDocuments)
 
 TEST(Validate, ColorsTheFirstLineOnly)
 {
-    const Ran ran = validate({"--color=always", "-"}, {.input = "<a/>"});
+    const Ran ran = runValidate({"--color=always", "-"}, {.input = "<a/>"});
     EXPECT_EQ(ran.err, "\033[1m<stdin>:1:1:\033[0m \033[1;31merror:\033[0m The root element of XML "
                        "document is invalid. [2006]\n  at /a, violation 12\n"
                        "<a/>\n\033[1;32m^\033[0m\n");
@@ -192,12 +186,12 @@ TEST(Validate, TheEncodingOfTheFileDoesNotMatter)
 {
     const TempDir dir;
     const std::string broken = "broken-06-unknown-element.xml";
-    const Ran expected = validate({broken}, {.directory = kDocuments});
+    const Ran expected = runValidate({broken}, {.directory = kDocuments});
     ASSERT_EQ(expected.status, 3);
     for (const char* encoding : {"UTF-8", "GB2312", "GBK", "GB18030", "UTF-16", "UTF-32"}) {
         const std::string source = std::string{kDocuments} + "/" + broken;
         ASSERT_EQ(runTool({"convert", "--to", encoding, source, "-o", dir / broken}).status, 0);
-        const Ran ran = validate({broken}, {.directory = dir.path()});
+        const Ran ran = runValidate({broken}, {.directory = dir.path()});
         EXPECT_EQ(ran.status, 3) << encoding;
         EXPECT_EQ(ran.err, expected.err) << encoding;
     }
@@ -246,10 +240,10 @@ TEST(Validate, AnOverLongPathIsShownFromItsEnd)
     std::string document = documentWith("a");
     document.insert(document.find("</network>"),
                     "<note>" + notes + "<see>x</see>" + ends + "</note>");
-    const Ran ran = validate({"-"}, {.input = document, .before = [] {
-                                         const rlimit stack{262144, 262144};
-                                         setrlimit(RLIMIT_STACK, &stack);
-                                     }});
+    const Ran ran = runValidate({"-"}, {.input = document, .before = [] {
+                                            const rlimit stack{262144, 262144};
+                                            setrlimit(RLIMIT_STACK, &stack);
+                                        }});
     EXPECT_EQ(ran.status, 3);
     const std::size_t at = ran.err.find("\n  at .../emphasis[1]/emphasis[1]/");
     ASSERT_NE(at, std::string::npos) << ran.err;
@@ -287,7 +281,7 @@ protected:
     }
     Ran run(std::vector<std::string> arguments)
     {
-        return validate(std::move(arguments), {.directory = dir_.path()});
+        return runValidate(std::move(arguments), {.directory = dir_.path()});
     }
     TempDir dir_;
 };

@@ -11,12 +11,6 @@
 namespace netxml::testing {
 namespace {
 
-Ran validate(std::vector<std::string> arguments, const Surroundings& around = {})
-{
-    arguments.insert(arguments.begin(), {"validate", "--schema", "interfaces"});
-    return runTool(arguments, around);
-}
-
 // The violations of the text format, in the form of the table.
 std::string violationsIn(const std::string& errors)
 {
@@ -39,7 +33,7 @@ std::string violationsIn(const std::string& errors)
 TEST(ValidateMany, EveryMistakeIsReportedOnce)
 {
     for (const ManyMistakes& c : kManyMistakes) {
-        const Ran ran = validate({"--max-errors=0", "-"}, {.input = c.text});
+        const Ran ran = runValidate({"--max-errors=0", "-"}, {.input = c.text});
         EXPECT_EQ(ran.status, 3) << c.why;
         EXPECT_EQ(ran.out, "") << c.why;
         EXPECT_EQ(violationsIn(ran.err), c.found) << c.why;
@@ -81,7 +75,7 @@ TEST(ValidateMany, TwentyThousandWrongSiblings)
     std::string expected;
     for (unsigned i = 1; i <= kCount; ++i) expected += wrongVlan(i, std::to_string(i + 1) + ":1");
     const Ran ran =
-        validate({"--max-errors=0", "--error-format=text", "-"}, {.input = wrongVlans(kCount)});
+        runValidate({"--max-errors=0", "--error-format=text", "-"}, {.input = wrongVlans(kCount)});
     EXPECT_EQ(ran.status, 3);
     const std::string found = violationsIn(ran.err);
     EXPECT_TRUE(found == expected) << found.substr(0, 1000);
@@ -108,7 +102,7 @@ TEST(ValidateMany, FewWrongOnesAmongManySiblings)
         text += "</vlans><zone/>" END;
         expected += "5002:9 6 Unexpected element 'urn:example:network':'zone' under element "
                     "'/network\n";
-        const Ran ran = validate({"--max-errors=0", "-"}, {.input = text});
+        const Ran ran = runValidate({"--max-errors=0", "-"}, {.input = text});
         EXPECT_TRUE(violationsIn(ran.err) == expected) << between << "\n"
                                                        << ran.err.substr(0, 2000);
     }
@@ -117,7 +111,7 @@ TEST(ValidateMany, FewWrongOnesAmongManySiblings)
 TEST(ValidateMany, ManyOnOneLongLine)
 {
     const std::string text = wrongVlans(3000, "");
-    const Ran ran = validate({"--max-errors=0", "-"}, {.input = text});
+    const Ran ran = runValidate({"--max-errors=0", "-"}, {.input = text});
     std::size_t found = 0;
     std::size_t column = std::string{NETWORK DEVICE "<vlans>"}.size() + 1;
     for (std::size_t at = 0; (at = ran.err.find("<stdin>:1:", at)) != std::string::npos; ++at) {
@@ -145,7 +139,7 @@ TEST(ValidateMany, DeepElementsDoNotRecur)
         text += "\n<emphasis bad=''>";
         ends += "<bad/></emphasis>";
     }
-    const Ran ran = validate({"--max-errors=0", "-"}, {.input = text + ends + "</note>" END});
+    const Ran ran = runValidate({"--max-errors=0", "-"}, {.input = text + ends + "</note>" END});
     unsigned attributes = 0;
     unsigned elements = 0;
     for (std::size_t at = 0; (at = ran.err.find(", violation ", at)) != std::string::npos; ++at) {
@@ -167,8 +161,8 @@ TEST(ValidateMany, DeepElementsKeepTheirNamespaces)
         text += "<n:emphasis>";
         ends += "<n:code/><code/></n:emphasis>";
     }
-    const Ran ran = validate({"--max-errors=0", "-"}, {.input = text + "\n<n:see>x</n:see>" + ends +
-                                                                "</n:note></n:network>"});
+    const Ran ran = runValidate({"--max-errors=0", "-"}, {.input = text + "\n<n:see>x</n:see>" +
+                                                                   ends + "</n:note></n:network>"});
     const std::string found = violationsIn(ran.err);
     EXPECT_EQ(found.find("2:1 3 The value of element '/network/note[1]/emphasis[1]/"), 0u) << found;
     std::size_t unexpected = 0;
@@ -211,7 +205,7 @@ TEST(ValidateMany, ALimitEndsTheRunAndSaysSo)
     for (const LimitCase& c : kLimits) {
         std::vector<std::string> arguments = c.options;
         arguments.push_back("-");
-        const Ran ran = validate(arguments, {.input = wrongVlans(c.wrong)});
+        const Ran ran = runValidate(arguments, {.input = wrongVlans(c.wrong)});
         EXPECT_EQ(ran.status, 3) << c.why;
         EXPECT_EQ(countOf(ran.err), c.reported) << c.why;
         const std::size_t more = ran.err.find(kMore);
@@ -223,9 +217,9 @@ TEST(ValidateMany, ALimitEndsTheRunAndSaysSo)
 TEST(ValidateMany, WithALimitOfOneItIsTheFirstViolationThatTheLibraryFinds)
 {
     const char* document = "<network xmlns='urn:example:network'>" DEVICE "<clok/>" END;
-    EXPECT_EQ(violationsIn(validate({"--max-errors=1", "-"}, {.input = document}).err),
+    EXPECT_EQ(violationsIn(runValidate({"--max-errors=1", "-"}, {.input = document}).err),
               "1:93 6 Unexpected element 'urn:example:network':'clok' under element '/network\n");
-    EXPECT_EQ(violationsIn(validate({"-"}, {.input = document}).err),
+    EXPECT_EQ(violationsIn(runValidate({"-"}, {.input = document}).err),
               "1:1 2 The element '/network' should have an attribute "
               "'urn:example:network':'version'.\n"
               "1:93 6 Unexpected element 'urn:example:network':'clok' under element '/network\n");
@@ -234,7 +228,7 @@ TEST(ValidateMany, WithALimitOfOneItIsTheFirstViolationThatTheLibraryFinds)
 TEST(ValidateMany, ALimitThatIsNoNumberIsAMistake)
 {
     for (const char* limit : {"-1", "x", "", "1.5", "4294967296"}) {
-        const Ran ran = validate({std::string{"--max-errors="} + limit, "a.xml"});
+        const Ran ran = runValidate({std::string{"--max-errors="} + limit, "a.xml"});
         EXPECT_EQ(ran.status, 2) << limit;
         EXPECT_EQ(ran.err.find("netxml: --max-errors: "), 0u) << ran.err;
     }
@@ -243,7 +237,7 @@ TEST(ValidateMany, ALimitThatIsNoNumberIsAMistake)
 TEST(ValidateMany, TheLimitIsARecordOfItsOwnInJson)
 {
     const Ran ran =
-        validate({"--error-format=json", "--max-errors=2", "-"}, {.input = wrongVlans(3)});
+        runValidate({"--error-format=json", "--max-errors=2", "-"}, {.input = wrongVlans(3)});
     const std::string vlan =
         ",\"column\":1,\"severity\":\"error\",\"message\":\"The value of attribute '':'id' for "
         "element '/network/vlans[1]/vlan[";
@@ -267,11 +261,11 @@ TEST(ValidateMany, TheLimitIsOfEachFileAndJobsChangeNothing)
                   i < std::size(kManyMistakes) ? kManyMistakes[i].text : wrongVlans(i * 100));
         arguments.push_back(name);
     }
-    const Ran one = validate(arguments, {.directory = dir.path()});
+    const Ran one = runValidate(arguments, {.directory = dir.path()});
     EXPECT_EQ(one.status, 3);
     EXPECT_NE(one.err.find("39.xml: warning: there are more violations; "), std::string::npos);
     arguments.push_back("--jobs=4");
-    const Ran several = validate(arguments, {.directory = dir.path()});
+    const Ran several = runValidate(arguments, {.directory = dir.path()});
     EXPECT_EQ(several.status, one.status);
     EXPECT_EQ(several.out, one.out);
     EXPECT_TRUE(several.err == one.err);
@@ -288,7 +282,7 @@ TEST(ValidateMany, LongPathsAreCutAsTheLibraryCutsThem)
     }
     text += "<see/><bad/>";
     for (int i = 0; i < 45; ++i) text += "</emphasis>";
-    const Ran ran = validate({"-"}, {.input = text + "</note>" END});
+    const Ran ran = runValidate({"-"}, {.input = text + "</note>" END});
     const std::string place = "1:" + std::to_string(text.find("<see/>") + 1);
     const std::string next = "1:" + std::to_string(text.find("<bad/>") + 1);
     EXPECT_EQ(violationsIn(ran.err),

@@ -6,12 +6,13 @@
 namespace netxml::xsd {
 namespace {
 
-using Kind = NamespaceConstraint::Kind;
+using ConstraintKind = NamespaceConstraint::Kind;
 
 bool admits(const NamespaceConstraint& constraint, const std::string& nameSpace)
 {
-    if (constraint.kind == Kind::Any) return true;
-    if (constraint.kind == Kind::Not) return !nameSpace.empty() && nameSpace != constraint.excluded;
+    if (constraint.kind == ConstraintKind::Any) return true;
+    if (constraint.kind == ConstraintKind::Not)
+        return !nameSpace.empty() && nameSpace != constraint.excluded;
     return constraint.listed.contains(nameSpace);
 }
 

@@ -10,7 +10,7 @@
 namespace netxml::xsd {
 namespace {
 
-bool matches(const std::string& expression, const std::string& text)
+bool matchesDecimal(const std::string& expression, const std::string& text)
 {
     return XML_IsMatchRegex(anchored(expression).c_str(), text.c_str()) == 1 &&
            XML_IsMatchRegex(anchored(kDecimalExpression).c_str(), text.c_str()) == 1;
@@ -85,11 +85,13 @@ TEST(NumberRange, BoundsAndEqualityAgreeWithArithmetic)
             long long value = i < 5 ? limit + i - 2 : draw();
             if (i % 3 == 0) value -= value % 1000;
             const std::string text = decimalText(value, random);
-            EXPECT_EQ(matches(atLeast, text), value >= limit) << text << " " << limit << atLeast;
-            EXPECT_EQ(matches(above, text), value > limit) << text << " " << limit << above;
-            EXPECT_EQ(matches(atMost, text), value <= limit) << text << " " << limit << atMost;
-            EXPECT_EQ(matches(below, text), value < limit) << text << " " << limit << below;
-            EXPECT_EQ(matches(equal, text), value == limit) << text << " " << limit << equal;
+            EXPECT_EQ(matchesDecimal(atLeast, text), value >= limit)
+                << text << " " << limit << atLeast;
+            EXPECT_EQ(matchesDecimal(above, text), value > limit) << text << " " << limit << above;
+            EXPECT_EQ(matchesDecimal(atMost, text), value <= limit)
+                << text << " " << limit << atMost;
+            EXPECT_EQ(matchesDecimal(below, text), value < limit) << text << " " << limit << below;
+            EXPECT_EQ(matchesDecimal(equal, text), value == limit) << text << " " << limit << equal;
             if (::testing::Test::HasFailure()) return;
         }
     }
@@ -111,8 +113,10 @@ TEST(NumberRange, CountsDigits)
         {1, "0", true, true},    {1, "10", false, true},     {4, "+12.34", true, true},
     };
     for (const DigitsRow& row : rows) {
-        EXPECT_EQ(matches(totalDigitsExpression(row.count), row.text), row.total) << row.text;
-        EXPECT_EQ(matches(fractionDigitsExpression(row.count), row.text), row.fraction) << row.text;
+        EXPECT_EQ(matchesDecimal(totalDigitsExpression(row.count), row.text), row.total)
+            << row.text;
+        EXPECT_EQ(matchesDecimal(fractionDigitsExpression(row.count), row.text), row.fraction)
+            << row.text;
     }
 }
 
