@@ -224,8 +224,13 @@ PlainResult plainConversion(const char* target, const std::string& source)
 
 TEST(OutStream, AFailingConversionKeepsWholeAreasInMemoryAndFile)
 {
+#ifdef __SANITIZE_ADDRESS__
+    constexpr int kRounds = 100;
+#else
+    constexpr int kRounds = 400;
+#endif
     std::mt19937 random{1};
-    for (int round = 0; round < 400; ++round) {
+    for (int round = 0; round < kRounds; ++round) {
         std::string source;
         const std::size_t count = random() % 900;
         for (std::size_t i = 0; i < count; ++i) {
