@@ -17,6 +17,7 @@ CXX_COMPILER = os.environ["NETXML_CXX_COMPILER"]
 FLAGS = {name: os.environ[f"NETXML_{name}_FLAGS"] for name in ("C", "CXX", "LINK")}
 
 INSTALLED = ["bin/netxml", "include/netxml/netxml.h", "include/netxml/schema.h",
+             "include/netxml/netxml.hpp", "include/netxml/cpp/document.hpp",
              "share/man/man1/netxml.1", "share/bash-completion/completions/netxml"]
 INSTALLED_LIBRARY = ["libnetxml.so", "libnetxml.so.1", "libnetxml.a", "pkgconfig/netxml.pc",
                      "cmake/netxml/netxmlConfig.cmake", "cmake/netxml/netxmlConfigVersion.cmake",
@@ -167,7 +168,9 @@ class Variants(InstallationCase):
         directory = self.work / "small-consumer"
         run(CMAKE, "-S", HERE / "c_only", "-B", directory, f"-DCMAKE_PREFIX_PATH={prefix}")
         run(CMAKE, "--build", directory)
-        self.check_programs(directory, ["c_shared", "c_static"])
+        run(CXX_COMPILER, "-std=c++17", "-O0", f"-I{prefix}/include", CONSUMER / "face.cpp", "-o",
+            directory / "face", library, f"-Wl,-rpath,{library.parent}")
+        self.check_programs(directory, ["c_shared", "c_static", "face"])
 
     def test_iconv_of_a_library_of_its_own(self) -> None:
         """A library that hands on to the C library's iconv stands for GNU libiconv."""

@@ -19,7 +19,7 @@ DECLARATION = '<?xml version="1.0" encoding="UTF-8"?>'
 VERDICTS = ("valid\nThe value of element '/device/mtu[1]' is invalid. "
             "big is an invalid value of unsignedShort type value.\n")
 PROGRAMS = {"c_shared": ROUND_TRIP, "c_static": ROUND_TRIP, "cpp_shared": ROUND_TRIP,
-            "cpp_static": ROUND_TRIP, "validate": VERDICTS}
+            "cpp_static": ROUND_TRIP, "face": ROUND_TRIP, "validate": VERDICTS}
 
 
 def run(*command: str | Path, env: dict[str, str] | None = None) -> str:

@@ -13,3 +13,6 @@ endforeach()
 add_executable(validate ${consumer}/validate.c)
 target_link_libraries(validate PRIVATE netxml::netxml)
 netxml_add_schema(validate FILES ${consumer}/device.xsd)
+# The C++ face shares its outer namespace with the library's inside, which a static library brings in.
+add_executable(face ${consumer}/face.cpp)
+target_link_libraries(face PRIVATE netxml::netxml-static)
