@@ -22,6 +22,7 @@
 #include <stddef.h>
 #include <stdint.h>
 
+/** Marks what the shared library exports. */
 #if defined(__GNUC__)
 #define XML_API __attribute__((visibility("default")))
 #else
@@ -48,21 +49,22 @@ extern "C" {
 
 /** A character encoding: an index into the table of encoding names. */
 typedef uint32_t XML_Encoding;
+/** The values of ::XML_Encoding. */
 enum {
-    XML_ENCODING_UTF_8 = 0,
-    XML_ENCODING_UTF_16LE = 1,
-    XML_ENCODING_UTF_16BE = 2,
-    XML_ENCODING_GB2312 = 3,
-    XML_ENCODING_UTF_32LE = 4,
-    XML_ENCODING_UTF_32BE = 5,
-    XML_ENCODING_UTF_16 = 6,
-    XML_ENCODING_UTF_32 = 7,
-    XML_ENCODING_GBK = 8,
-    XML_ENCODING_GB18030 = 9,
-    XML_ENCODING_UCS_4 = 10,
-    XML_ENCODING_UCS_4BE = 11,
-    XML_ENCODING_UCS_4LE = 12,
-    XML_ENCODING_NONE = 13 /**< no encoding, or an unknown one */
+    XML_ENCODING_UTF_8 = 0,    /**< "UTF-8" */
+    XML_ENCODING_UTF_16LE = 1, /**< "UTF-16LE" */
+    XML_ENCODING_UTF_16BE = 2, /**< "UTF-16BE" */
+    XML_ENCODING_GB2312 = 3,   /**< "GB2312" */
+    XML_ENCODING_UTF_32LE = 4, /**< "UTF-32LE" */
+    XML_ENCODING_UTF_32BE = 5, /**< "UTF-32BE" */
+    XML_ENCODING_UTF_16 = 6,   /**< "UTF-16" */
+    XML_ENCODING_UTF_32 = 7,   /**< "UTF-32" */
+    XML_ENCODING_GBK = 8,      /**< "GBK" */
+    XML_ENCODING_GB18030 = 9,  /**< "GB18030" */
+    XML_ENCODING_UCS_4 = 10,   /**< "UCS-4" */
+    XML_ENCODING_UCS_4BE = 11, /**< "UCS-4BE" */
+    XML_ENCODING_UCS_4LE = 12, /**< "UCS-4LE" */
+    XML_ENCODING_NONE = 13     /**< no encoding, or an unknown one */
 };
 
 /** A node of a tree; opaque. */

@@ -34,6 +34,7 @@ extern "C" {
 
 /** A kind of node. 0 is no kind: what XML_DOM_GetNodeType() gives for NULL. */
 typedef uint32_t XML_DOM_NodeType;
+/** The values of ::XML_DOM_NodeType. */
 enum {
     XML_DOM_NODE_ELEMENT = 1, /**< name, attributes, namespace declarations, children */
     XML_DOM_NODE_TEXT = 2,    /**< value */

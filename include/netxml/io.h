@@ -130,7 +130,7 @@ XML_API void XML_IO_OutStreamDestroy(XML_IO_OutStream* stream);
 typedef struct XML_IO_MemChunk {
     struct XML_IO_MemChunk* next; /**< the next chunk, or NULL at the end */
     uint64_t length;              /**< bytes in `data`; 0 is allowed */
-    const uint8_t* data;
+    const uint8_t* data;          /**< the bytes; not owned */
 } XML_IO_MemChunk;
 
 /**
@@ -139,7 +139,7 @@ typedef struct XML_IO_MemChunk {
  * its first field is read.
  */
 typedef struct XML_IO_MemList {
-    XML_IO_MemChunk* first;
+    XML_IO_MemChunk* first; /**< the first chunk, or NULL for an empty list */
 } XML_IO_MemList;
 
 /**

@@ -21,43 +21,45 @@ extern "C" {
 
 /** What went wrong, as XML_Parser::error holds it. Values without a name are not used. */
 typedef uint32_t XML_ErrorCode;
+/** The values of ::XML_ErrorCode. */
 enum {
-    XML_ERROR_NONE = 0,
-    XML_ERROR_INTERNAL = 1,
-    XML_ERROR_MEMORY = 2,
-    XML_ERROR_DOCUMENT_EMPTY = 4,
-    XML_ERROR_DOCUMENT_END = 5,
-    XML_ERROR_INVALID_CHARACTER = 9,
-    XML_ERROR_REFERENCE_SEMICOLON = 25,
-    XML_ERROR_UNDECLARED_ENTITY = 26,
-    XML_ERROR_UNSUPPORTED_ENCODING = 32,
-    XML_ERROR_STRING_NOT_STARTED = 33,
-    XML_ERROR_STRING_NOT_CLOSED = 34,
-    XML_ERROR_NAMESPACE_DECLARATION = 35,
-    XML_ERROR_LESS_THAN_IN_ATTRIBUTE = 38,
-    XML_ERROR_ATTRIBUTE_WITHOUT_VALUE = 41, /**< has a message, but no rule gives it */
-    XML_ERROR_ATTRIBUTE_REDEFINED = 42,
-    XML_ERROR_COMMENT_NOT_FINISHED = 45,
-    XML_ERROR_NO_TARGET_NAME = 46,
-    XML_ERROR_INSTRUCTION_NOT_FINISHED = 47,
-    XML_ERROR_DECLARATION_NOT_FINISHED = 57,
-    XML_ERROR_DOCTYPE_NOT_FINISHED = 61,
-    XML_ERROR_CDATA_END_IN_CONTENT = 62,
-    XML_ERROR_CDATA_NOT_FINISHED = 63,
-    XML_ERROR_SPACE_REQUIRED = 65,
-    XML_ERROR_NAME_REQUIRED = 68,
-    XML_ERROR_START_TAG_EXPECTED = 72,
-    XML_ERROR_EQUAL_REQUIRED = 75,
-    XML_ERROR_TAG_NAME_MISMATCH = 76,
-    XML_ERROR_TAG_NOT_FINISHED = 77,
-    XML_ERROR_STANDALONE_VALUE = 78,
-    XML_ERROR_HYPHEN_IN_COMMENT = 80,
-    XML_ERROR_VERSION_MISSING = 96,
-    XML_ERROR_VERSION_UNSUPPORTED = 97,
-    XML_ERROR_PREFIX_NOT_DEFINED = 201,
-    XML_ERROR_ENCODING_SWITCH = 1500
+    XML_ERROR_NONE = 0,                      /**< no error */
+    XML_ERROR_INTERNAL = 1,                  /**< internal error. */
+    XML_ERROR_MEMORY = 2,                    /**< memory allocation failed. */
+    XML_ERROR_DOCUMENT_EMPTY = 4,            /**< document is empty. */
+    XML_ERROR_DOCUMENT_END = 5,              /**< extra content at the end of the document. */
+    XML_ERROR_INVALID_CHARACTER = 9,         /**< invalid character. */
+    XML_ERROR_REFERENCE_SEMICOLON = 25,      /**< expecting a ';'. */
+    XML_ERROR_UNDECLARED_ENTITY = 26,        /**< undeclared entity. */
+    XML_ERROR_UNSUPPORTED_ENCODING = 32,     /**< unsupported encoding. */
+    XML_ERROR_STRING_NOT_STARTED = 33,       /**< string not started expecting " or '. */
+    XML_ERROR_STRING_NOT_CLOSED = 34,        /**< string not closed expecting " or '. */
+    XML_ERROR_NAMESPACE_DECLARATION = 35,    /**< namespace declare error. */
+    XML_ERROR_LESS_THAN_IN_ATTRIBUTE = 38,   /**< unescaped '<' not allowed in attributes values */
+    XML_ERROR_ATTRIBUTE_WITHOUT_VALUE = 41,  /**< attribute without value. No rule gives it. */
+    XML_ERROR_ATTRIBUTE_REDEFINED = 42,      /**< attribute redefined. */
+    XML_ERROR_COMMENT_NOT_FINISHED = 45,     /**< comment not terminated. */
+    XML_ERROR_NO_TARGET_NAME = 46,           /**< no target name. */
+    XML_ERROR_INSTRUCTION_NOT_FINISHED = 47, /**< expecting an end tag for style-sheet. */
+    XML_ERROR_DECLARATION_NOT_FINISHED = 57, /**< parsing XML declaration: '?>' expected. */
+    XML_ERROR_DOCTYPE_NOT_FINISHED = 61,     /**< DOCTYPE improperly terminated. */
+    XML_ERROR_CDATA_END_IN_CONTENT = 62,     /**< sequence ']]>' not allowed in content. */
+    XML_ERROR_CDATA_NOT_FINISHED = 63,       /**< CData not finished. */
+    XML_ERROR_SPACE_REQUIRED = 65,           /**< expecting a space. */
+    XML_ERROR_NAME_REQUIRED = 68,            /**< name required. */
+    XML_ERROR_START_TAG_EXPECTED = 72,       /**< start tag expected, '<' not found. */
+    XML_ERROR_EQUAL_REQUIRED = 75,           /**< expecting a '='. */
+    XML_ERROR_TAG_NAME_MISMATCH = 76,        /**< tag name mismatch. */
+    XML_ERROR_TAG_NOT_FINISHED = 77,         /**< tag not finished. */
+    XML_ERROR_STANDALONE_VALUE = 78,         /**< standalone accepts only yes or no. */
+    XML_ERROR_HYPHEN_IN_COMMENT = 80,        /**< comment must not contain '--' (double-hyphen). */
+    XML_ERROR_VERSION_MISSING = 96,          /**< missing version in text declaration. */
+    XML_ERROR_VERSION_UNSUPPORTED = 97,      /**< unsupported version. */
+    XML_ERROR_PREFIX_NOT_DEFINED = 201,      /**< namespace prefix is not defined. */
+    XML_ERROR_ENCODING_SWITCH = 1500         /**< transition IO stream enCoding error. */
 };
 
+/** The callbacks of a parse; see below. */
 typedef struct XML_SAX_Handler XML_SAX_Handler;
 
 /**
@@ -88,12 +90,12 @@ typedef struct XML_Parser {
  * Texts are UTF-8 and NUL-terminated, except for CDATA.
  */
 struct XML_SAX_Handler {
-    void* reserved0[12];
+    void* reserved0[12]; /**< slots 0 to 11 */
     /** Slot 12: once, after the XML declaration. */
     void (*startDocument)(XML_Parser* parser);
     /** Slot 13: once, after a complete document without error. */
     void (*endDocument)(XML_Parser* parser);
-    void* reserved14[2];
+    void* reserved14[2]; /**< slots 14 and 15 */
     /** Slot 16: text between tags, trimmed; never empty. */
     void (*characters)(XML_Parser* parser, const char* text, uint32_t length);
     /** Slot 17: the text of a comment. */
@@ -104,7 +106,7 @@ struct XML_SAX_Handler {
     void (*processingInstruction)(XML_Parser* parser, const char* target, const char* data);
     /** Slot 20: the one error; a printf format and its arguments. */
     void (*error)(XML_Parser* parser, const char* format, ...);
-    void* reserved21[7];
+    void* reserved21[7]; /**< slots 21 to 27 */
     /** Slot 28: no function but the caller's own pointer. */
     void* userData;
     /**
@@ -120,7 +122,7 @@ struct XML_SAX_Handler {
     /** Slot 30: the end of an element; also called for an empty one. */
     void (*endElementNs)(XML_Parser* parser, const char* localName, const char* prefix,
                          const char* namespaceName);
-    void* reserved31;
+    void* reserved31; /**< slot 31 */
 };
 
 /* ------------------------------------------------------------------------------------------------

@@ -73,6 +73,7 @@ extern "C" {
 
 /** What kind of record a pointer leads to. No other numbers are assigned. */
 typedef uint32_t Schema_ObjectKind;
+/** The values of ::Schema_ObjectKind. */
 enum {
     SCHEMA_KIND_WILDCARD = 2,            /**< ::Schema_Wildcard; a particle */
     SCHEMA_KIND_ATTRIBUTE = 5,           /**< ::Schema_AttributeDecl; may be registered */
@@ -89,6 +90,7 @@ enum {
 
 /** How a model group combines its particles. */
 typedef uint32_t Schema_Compositor;
+/** The values of ::Schema_Compositor. */
 enum {
     SCHEMA_COMPOSITOR_ALL = 11,     /**< each at most once, in any order */
     SCHEMA_COMPOSITOR_CHOICE = 12,  /**< one of them a repetition */
@@ -97,6 +99,7 @@ enum {
 
 /** Whether a local declaration is matched with its namespace. */
 typedef uint32_t Schema_Form;
+/** The values of ::Schema_Form. */
 enum {
     SCHEMA_FORM_DEFAULT = 0,    /**< as the registry says */
     SCHEMA_FORM_QUALIFIED = 1,  /**< with the declaration's namespace */
@@ -105,10 +108,16 @@ enum {
 
 /** Whether an attribute must, may or must not stand. */
 typedef uint32_t Schema_AttributeUse;
-enum { SCHEMA_USE_OPTIONAL = 0, SCHEMA_USE_PROHIBITED = 1, SCHEMA_USE_REQUIRED = 2 };
+/** The values of ::Schema_AttributeUse. */
+enum {
+    SCHEMA_USE_OPTIONAL = 0,   /**< it may stand */
+    SCHEMA_USE_PROHIBITED = 1, /**< it must not stand */
+    SCHEMA_USE_REQUIRED = 2    /**< it must stand */
+};
 
 /** How strictly what matches a wildcard is checked. */
 typedef uint32_t Schema_ProcessContents;
+/** The values of ::Schema_ProcessContents. */
 enum {
     SCHEMA_PROCESS_STRICT = 0, /**< a top-level declaration must exist, and is applied */
     SCHEMA_PROCESS_LAX = 1,    /**< a top-level declaration is applied if it exists */
@@ -122,89 +131,92 @@ enum {
  * every value that is not empty.
  */
 typedef uint32_t Schema_BuiltinKind;
+/** The values of ::Schema_BuiltinKind. */
 enum {
-    SCHEMA_BUILTIN_NONE = 0, /**< not built in: derived, union, or network type */
-    SCHEMA_BUILTIN_ANY_SIMPLE_TYPE = 1,
-    SCHEMA_BUILTIN_ANY_TYPE = 2, /**< no rule */
-    SCHEMA_BUILTIN_BYTE = 3,
-    SCHEMA_BUILTIN_SHORT = 4,
-    SCHEMA_BUILTIN_UNSIGNED_BYTE = 5,
-    SCHEMA_BUILTIN_UNSIGNED_SHORT = 6,
-    SCHEMA_BUILTIN_INT = 7,
-    SCHEMA_BUILTIN_LONG = 8,
-    SCHEMA_BUILTIN_UNSIGNED_INT = 9,
-    SCHEMA_BUILTIN_UNSIGNED_LONG = 10,
-    SCHEMA_BUILTIN_INTEGER = 11, /**< limited to 64 bits, like the four that follow */
-    SCHEMA_BUILTIN_POSITIVE_INTEGER = 12,
-    SCHEMA_BUILTIN_NON_POSITIVE_INTEGER = 13,
-    SCHEMA_BUILTIN_NEGATIVE_INTEGER = 14,
-    SCHEMA_BUILTIN_NON_NEGATIVE_INTEGER = 15,
-    SCHEMA_BUILTIN_DECIMAL = 16, /**< no rule */
-    SCHEMA_BUILTIN_DOUBLE = 17,  /**< no rule */
-    SCHEMA_BUILTIN_FLOAT = 18,   /**< no rule */
-    SCHEMA_BUILTIN_DURATION = 19,
-    SCHEMA_BUILTIN_DATE_TIME = 20, /**< printed "datetime" */
-    SCHEMA_BUILTIN_DATE = 21,
-    SCHEMA_BUILTIN_TIME = 22,
-    SCHEMA_BUILTIN_G_YEAR = 23,
-    SCHEMA_BUILTIN_G_MONTH = 24,
-    SCHEMA_BUILTIN_G_DAY = 25,
-    SCHEMA_BUILTIN_G_YEAR_MONTH = 26,
-    SCHEMA_BUILTIN_G_MONTH_DAY = 27,
-    SCHEMA_BUILTIN_STRING = 28,
-    SCHEMA_BUILTIN_BOOLEAN = 29,
-    SCHEMA_BUILTIN_HEX_BINARY = 30,
-    SCHEMA_BUILTIN_BASE64_BINARY = 31,
-    SCHEMA_BUILTIN_ANY_URI = 32,
-    SCHEMA_BUILTIN_QNAME = 33,
+    SCHEMA_BUILTIN_NONE = 0,                  /**< not built in: derived, union, or network type */
+    SCHEMA_BUILTIN_ANY_SIMPLE_TYPE = 1,       /**< xs:anySimpleType */
+    SCHEMA_BUILTIN_ANY_TYPE = 2,              /**< no rule */
+    SCHEMA_BUILTIN_BYTE = 3,                  /**< xs:byte */
+    SCHEMA_BUILTIN_SHORT = 4,                 /**< xs:short */
+    SCHEMA_BUILTIN_UNSIGNED_BYTE = 5,         /**< xs:unsignedByte */
+    SCHEMA_BUILTIN_UNSIGNED_SHORT = 6,        /**< xs:unsignedShort */
+    SCHEMA_BUILTIN_INT = 7,                   /**< xs:int */
+    SCHEMA_BUILTIN_LONG = 8,                  /**< xs:long */
+    SCHEMA_BUILTIN_UNSIGNED_INT = 9,          /**< xs:unsignedInt */
+    SCHEMA_BUILTIN_UNSIGNED_LONG = 10,        /**< xs:unsignedLong */
+    SCHEMA_BUILTIN_INTEGER = 11,              /**< limited to 64 bits, like the four that follow */
+    SCHEMA_BUILTIN_POSITIVE_INTEGER = 12,     /**< xs:positiveInteger */
+    SCHEMA_BUILTIN_NON_POSITIVE_INTEGER = 13, /**< xs:nonPositiveInteger */
+    SCHEMA_BUILTIN_NEGATIVE_INTEGER = 14,     /**< xs:negativeInteger */
+    SCHEMA_BUILTIN_NON_NEGATIVE_INTEGER = 15, /**< xs:nonNegativeInteger */
+    SCHEMA_BUILTIN_DECIMAL = 16,              /**< no rule */
+    SCHEMA_BUILTIN_DOUBLE = 17,               /**< no rule */
+    SCHEMA_BUILTIN_FLOAT = 18,                /**< no rule */
+    SCHEMA_BUILTIN_DURATION = 19,             /**< xs:duration */
+    SCHEMA_BUILTIN_DATE_TIME = 20,            /**< printed "datetime" */
+    SCHEMA_BUILTIN_DATE = 21,                 /**< xs:date */
+    SCHEMA_BUILTIN_TIME = 22,                 /**< xs:time */
+    SCHEMA_BUILTIN_G_YEAR = 23,               /**< xs:gYear */
+    SCHEMA_BUILTIN_G_MONTH = 24,              /**< xs:gMonth */
+    SCHEMA_BUILTIN_G_DAY = 25,                /**< xs:gDay */
+    SCHEMA_BUILTIN_G_YEAR_MONTH = 26,         /**< xs:gYearMonth */
+    SCHEMA_BUILTIN_G_MONTH_DAY = 27,          /**< xs:gMonthDay */
+    SCHEMA_BUILTIN_STRING = 28,               /**< xs:string */
+    SCHEMA_BUILTIN_BOOLEAN = 29,              /**< xs:boolean */
+    SCHEMA_BUILTIN_HEX_BINARY = 30,           /**< xs:hexBinary */
+    SCHEMA_BUILTIN_BASE64_BINARY = 31,        /**< xs:base64Binary */
+    SCHEMA_BUILTIN_ANY_URI = 32,              /**< xs:anyURI */
+    SCHEMA_BUILTIN_QNAME = 33,                /**< xs:QName */
     SCHEMA_BUILTIN_NOTATION = 34, /**< the kind of the record `language`; printed "NOTATION" */
     SCHEMA_BUILTIN_NORMALIZED_STRING = 35, /**< no rule, like all that follow */
-    SCHEMA_BUILTIN_TOKEN = 36,
-    SCHEMA_BUILTIN_LANGUAGE = 37, /**< no rule; the record `language` has kind 34 */
-    SCHEMA_BUILTIN_NMTOKEN = 38,
-    SCHEMA_BUILTIN_NMTOKENS = 39,
-    SCHEMA_BUILTIN_NAME = 40,
-    SCHEMA_BUILTIN_NCNAME = 41,
-    SCHEMA_BUILTIN_ID = 42,
-    SCHEMA_BUILTIN_IDREF = 43,
-    SCHEMA_BUILTIN_ENTITY = 44,
-    SCHEMA_BUILTIN_IDREFS = 45,
-    SCHEMA_BUILTIN_ENTITIES = 46, /**< printed "ENTITYS" */
-    SCHEMA_BUILTIN_LAST = 47      /**< without a name */
+    SCHEMA_BUILTIN_TOKEN = 36,             /**< xs:token */
+    SCHEMA_BUILTIN_LANGUAGE = 37,          /**< no rule; the record `language` has kind 34 */
+    SCHEMA_BUILTIN_NMTOKEN = 38,           /**< xs:NMTOKEN */
+    SCHEMA_BUILTIN_NMTOKENS = 39,          /**< xs:NMTOKENS */
+    SCHEMA_BUILTIN_NAME = 40,              /**< xs:Name */
+    SCHEMA_BUILTIN_NCNAME = 41,            /**< xs:NCName */
+    SCHEMA_BUILTIN_ID = 42,                /**< xs:ID */
+    SCHEMA_BUILTIN_IDREF = 43,             /**< xs:IDREF */
+    SCHEMA_BUILTIN_ENTITY = 44,            /**< xs:ENTITY */
+    SCHEMA_BUILTIN_IDREFS = 45,            /**< xs:IDREFS */
+    SCHEMA_BUILTIN_ENTITIES = 46,          /**< printed "ENTITYS" */
+    SCHEMA_BUILTIN_LAST = 47               /**< without a name */
 };
 
 /** A facet; see Schema_CheckFacet() for what each one tests. */
 typedef uint32_t Schema_FacetKind;
+/** The values of ::Schema_FacetKind. */
 enum {
-    SCHEMA_FACET_ENUMERATION = 15,
-    SCHEMA_FACET_FRACTION_DIGITS = 16,
-    SCHEMA_FACET_LENGTH = 17,
-    SCHEMA_FACET_MAX_EXCLUSIVE = 18,
-    SCHEMA_FACET_MAX_INCLUSIVE = 19,
-    SCHEMA_FACET_MAX_LENGTH = 20,
-    SCHEMA_FACET_MIN_EXCLUSIVE = 21,
-    SCHEMA_FACET_MIN_INCLUSIVE = 22,
-    SCHEMA_FACET_MIN_LENGTH = 23,
-    SCHEMA_FACET_PATTERN = 24,
-    SCHEMA_FACET_TOTAL_DIGITS = 25
+    SCHEMA_FACET_ENUMERATION = 15,     /**< one of the values that are allowed */
+    SCHEMA_FACET_FRACTION_DIGITS = 16, /**< always passes */
+    SCHEMA_FACET_LENGTH = 17,          /**< bytes, exactly */
+    SCHEMA_FACET_MAX_EXCLUSIVE = 18,   /**< below */
+    SCHEMA_FACET_MAX_INCLUSIVE = 19,   /**< at most */
+    SCHEMA_FACET_MAX_LENGTH = 20,      /**< bytes, at most */
+    SCHEMA_FACET_MIN_EXCLUSIVE = 21,   /**< above */
+    SCHEMA_FACET_MIN_INCLUSIVE = 22,   /**< at least */
+    SCHEMA_FACET_MIN_LENGTH = 23,      /**< bytes, at least */
+    SCHEMA_FACET_PATTERN = 24,         /**< a POSIX extended expression */
+    SCHEMA_FACET_TOTAL_DIGITS = 25     /**< digits, exactly */
 };
 
 /** What a validation found; see Schema_GetErrorDesc() for the sentences. */
 typedef uint32_t Schema_ErrorCode;
+/** The values of ::Schema_ErrorCode. */
 enum {
-    SCHEMA_VALID = 0,
-    SCHEMA_ERROR_ELEMENT_EXPECTED = 1,
-    SCHEMA_ERROR_ATTRIBUTE_MISSING = 2,
-    SCHEMA_ERROR_ELEMENT_VALUE = 3,
-    SCHEMA_ERROR_ATTRIBUTE_VALUE = 4,
-    SCHEMA_ERROR_OCCURRENCES = 5,
-    SCHEMA_ERROR_ELEMENT_UNEXPECTED = 6,
-    SCHEMA_ERROR_ATTRIBUTE_UNEXPECTED = 7,
-    SCHEMA_ERROR_CHILDREN = 8,
-    SCHEMA_ERROR_TEXT = 9,
-    SCHEMA_ERROR_CHILD = 10,
-    SCHEMA_ERROR_CHILDREN_MISSING = 11,
-    SCHEMA_ERROR_DOCUMENT_ELEMENT = 12
+    SCHEMA_VALID = 0,                    /**< no violation */
+    SCHEMA_ERROR_ELEMENT_EXPECTED = 1,   /**< another element stands where one must come */
+    SCHEMA_ERROR_ATTRIBUTE_MISSING = 2,  /**< a required attribute is absent */
+    SCHEMA_ERROR_ELEMENT_VALUE = 3,      /**< a text fails its type, facets or fixed value */
+    SCHEMA_ERROR_ATTRIBUTE_VALUE = 4,    /**< an attribute's value fails its type or fixed value */
+    SCHEMA_ERROR_OCCURRENCES = 5,        /**< an element or group occurs too rarely or too often */
+    SCHEMA_ERROR_ELEMENT_UNEXPECTED = 6, /**< an element is not allowed where it stands */
+    SCHEMA_ERROR_ATTRIBUTE_UNEXPECTED = 7, /**< an attribute is prohibited or not declared */
+    SCHEMA_ERROR_CHILDREN = 8,             /**< too few elements for a wildcard */
+    SCHEMA_ERROR_TEXT = 9,                 /**< text where there may be none */
+    SCHEMA_ERROR_CHILD = 10,               /**< elements where there may be none */
+    SCHEMA_ERROR_CHILDREN_MISSING = 11,    /**< none of a choice's elements stands */
+    SCHEMA_ERROR_DOCUMENT_ELEMENT = 12     /**< no declaration for the document element */
 };
 
 /* ------------------------------------------------------------------------------------------------
@@ -236,11 +248,11 @@ typedef struct Schema_SimpleType {
                                                          which they are tried, or the base alone */
     const Schema_Facet* facets;                     /**< in the order in which they are tested */
     const char* name;                               /**< local name; the key of a network type */
-    const char* namespaceName;
-    Schema_BuiltinKind kind; /**< 0 unless built in */
-    uint32_t facetCount;
-    uint32_t memberCount; /**< above 1 for a union; else 1, or not set */
-    uint16_t flags;       /**< not read; 0 */
+    const char* namespaceName;                      /**< its namespace name, or NULL */
+    Schema_BuiltinKind kind;                        /**< 0 unless built in */
+    uint32_t facetCount;                            /**< of `facets` */
+    uint32_t memberCount;                           /**< above 1 for a union; else 1, or not set */
+    uint16_t flags;                                 /**< not read; 0 */
 } Schema_SimpleType;
 
 /* ------------------------------------------------------------------------------------------------
@@ -249,23 +261,23 @@ typedef struct Schema_SimpleType {
 
 /** A reference to a record with its kind: for registration, and as a particle of a model group. */
 typedef struct Schema_Object {
-    const void* def; /**< the record */
-    Schema_ObjectKind kind;
+    const void* def;        /**< the record */
+    Schema_ObjectKind kind; /**< what `def` leads to */
 } Schema_Object;
 
 /** An element: a top-level declaration, a local one, or a reference to a top-level one. */
 typedef struct Schema_ElementDecl {
     const struct Schema_ElementDecl* ref; /**< when set, this is a reference: only `minOccurs` and
                                                `maxOccurs` count, the rest is taken from there */
-    const char* name;
-    const char* namespaceName;
+    const char* name;                     /**< local name */
+    const char* namespaceName;            /**< its namespace name, or NULL */
     const char* substitutionGroupName; /**< of the head that this element may stand for, or NULL */
-    const char* substitutionGroupNamespace;
-    const void* type;  /**< ::Schema_SimpleType or ::Schema_ComplexType as `typeKind` says; NULL:
-                            the element is not checked at all */
-    const char* value; /**< the fixed text, when `fixed` is 1 */
-    uint32_t minOccurs;
-    uint32_t maxOccurs;
+    const char* substitutionGroupNamespace; /**< the namespace name of the head */
+    const void* type;   /**< ::Schema_SimpleType or ::Schema_ComplexType as `typeKind` says; NULL:
+                             the element is not checked at all */
+    const char* value;  /**< the fixed text, when `fixed` is 1 */
+    uint32_t minOccurs; /**< how often at least */
+    uint32_t maxOccurs; /**< how often at most */
     Schema_ObjectKind typeKind; /**< ::SCHEMA_KIND_SIMPLE_TYPE or ::SCHEMA_KIND_COMPLEX_TYPE */
     Schema_Form form;           /**< for local declarations: with or without the namespace */
     uint32_t fixed;             /**< 1: the text must equal `value` */
@@ -279,12 +291,12 @@ typedef struct Schema_AttributeDecl {
     const struct Schema_AttributeDecl* ref; /**< when set, everything is taken from there, `use`
                                                  too, and the name is matched with its namespace */
     const Schema_SimpleType* type; /**< required unless the attribute is fixed or prohibited */
-    const char* name;
-    const char* namespaceName;
-    const char* value; /**< the fixed value, when `fixed` is 1 */
-    Schema_AttributeUse use;
-    Schema_Form form;
-    uint32_t fixed; /**< 1: the value must equal `value` */
+    const char* name;              /**< local name */
+    const char* namespaceName;     /**< its namespace name, or NULL */
+    const char* value;             /**< the fixed value, when `fixed` is 1 */
+    Schema_AttributeUse use;       /**< must, may or must not stand */
+    Schema_Form form;              /**< for uses: with or without the namespace */
+    uint32_t fixed;                /**< 1: the value must equal `value` */
 } Schema_AttributeDecl;
 
 /** anyAttribute: which other attributes are admitted. */
@@ -297,14 +309,14 @@ typedef struct Schema_AttributeWildcard {
 
 /** A named set of attributes, or a reference to one. */
 typedef struct Schema_AttributeGroup {
-    const Schema_AttributeDecl* const* attributes;
+    const Schema_AttributeDecl* const* attributes;              /**< the attributes of the set */
     const struct Schema_AttributeGroup* const* attributeGroups; /**< nested; they come first */
     const Schema_AttributeWildcard* anyAttribute;               /**< or NULL */
     const struct Schema_AttributeGroup* ref; /**< when set, the group there stands in this place */
     const char* name;                        /**< not read */
     const char* namespaceName;               /**< not read */
-    uint32_t attributeCount;
-    uint32_t attributeGroupCount;
+    uint32_t attributeCount;                 /**< of `attributes` */
+    uint32_t attributeGroupCount;            /**< of `attributeGroups` */
 } Schema_AttributeGroup;
 
 /** An element wildcard, `xs:any`; a particle. */
@@ -312,35 +324,35 @@ typedef struct Schema_Wildcard {
     const char* targetNamespace; /**< what "##other" excludes */
     const char* namespaceName;   /**< "##any"; "##other": any but the target namespace and none; one
                                       namespace name; or several between single spaces */
-    uint32_t minOccurs;
-    uint32_t maxOccurs;
-    Schema_ProcessContents processContents;
+    uint32_t minOccurs;          /**< how many elements at least */
+    uint32_t maxOccurs;          /**< how many elements at most */
+    Schema_ProcessContents processContents; /**< how strictly what matches is checked */
 } Schema_Wildcard;
 
 /** A sequence, choice or all group; a particle, or the top of a content model. */
 typedef struct Schema_ModelGroup {
     const Schema_Object* particles; /**< elements, wildcards and groups; of an all group elements */
-    uint32_t minOccurs;
-    uint32_t maxOccurs;
-    uint32_t particleCount;
-    Schema_Compositor compositor;
+    uint32_t minOccurs;             /**< how many repetitions at least */
+    uint32_t maxOccurs;             /**< how many repetitions at most */
+    uint32_t particleCount;         /**< of `particles` */
+    Schema_Compositor compositor;   /**< how the particles are combined */
 } Schema_ModelGroup;
 
 /** The simpleContent or complexContent of a complex type. */
 typedef struct Schema_Derivation {
-    const Schema_AttributeWildcard* anyAttribute; /**< or NULL */
-    const Schema_AttributeDecl* const* attributes;
-    const Schema_AttributeGroup* const* attributeGroups;
+    const Schema_AttributeWildcard* anyAttribute;        /**< or NULL */
+    const Schema_AttributeDecl* const* attributes;       /**< the attributes of the derivation */
+    const Schema_AttributeGroup* const* attributeGroups; /**< sets of further ones */
     const Schema_ModelGroup* content; /**< of complex content: of an extension what is added behind
                                            the base's, of a restriction what replaces it; or NULL */
     const void* reserved;             /**< not read */
     const Schema_Facet* facets;       /**< of a simple restriction, applied to the text */
     const void* base;                 /**< the base type, as `baseKind` says; required */
     Schema_ObjectKind kind;           /**< 7, 8, 26 or 27 */
-    Schema_ObjectKind baseKind; /**< ::SCHEMA_KIND_COMPLEX_TYPE or ::SCHEMA_KIND_SIMPLE_TYPE */
-    uint32_t attributeCount;
-    uint32_t facetCount;
-    uint32_t attributeGroupCount;
+    Schema_ObjectKind baseKind;   /**< ::SCHEMA_KIND_COMPLEX_TYPE or ::SCHEMA_KIND_SIMPLE_TYPE */
+    uint32_t attributeCount;      /**< of `attributes` */
+    uint32_t facetCount;          /**< of `facets` */
+    uint32_t attributeGroupCount; /**< of `attributeGroups` */
 } Schema_Derivation;
 
 /**
@@ -350,16 +362,16 @@ typedef struct Schema_Derivation {
  * in ::XML_RET_FAIL.
  */
 typedef struct Schema_ComplexType {
-    const Schema_AttributeDecl* const* attributes;
-    const Schema_AttributeGroup* const* attributeGroups;
-    const Schema_Derivation* derivation; /**< or NULL */
-    const Schema_ModelGroup* content;    /**< used without a derivation; NULL: no child elements */
-    const void* reserved;                /**< not read */
+    const Schema_AttributeDecl* const* attributes;       /**< the attributes */
+    const Schema_AttributeGroup* const* attributeGroups; /**< sets of further ones */
+    const Schema_Derivation* derivation;                 /**< or NULL */
+    const Schema_ModelGroup* content; /**< used without a derivation; NULL: no child elements */
+    const void* reserved;             /**< not read */
     const Schema_AttributeWildcard* anyAttribute; /**< or NULL */
-    const char* name;
-    const char* namespaceName;
-    uint32_t attributeCount;
-    uint32_t attributeGroupCount;
+    const char* name;                             /**< local name */
+    const char* namespaceName;                    /**< its namespace name, or NULL */
+    uint32_t attributeCount;                      /**< of `attributes` */
+    uint32_t attributeGroupCount;                 /**< of `attributeGroups` */
     uint16_t mixed;       /**< 1: text may stand between the elements of a model */
     uint8_t reservedFlag; /**< not read */
 } Schema_ComplexType;
@@ -370,9 +382,9 @@ typedef struct Schema_ComplexType {
 
 /** A growing array of record pointers; the library allocates and frees `items`. */
 typedef struct Schema_ObjectList {
-    const void** items;
-    uint32_t capacity; /**< slots allocated: 32, doubled when full */
-    uint32_t count;    /**< slots in use */
+    const void** items; /**< the records, in the order of registration */
+    uint32_t capacity;  /**< slots allocated: 32, doubled when full */
+    uint32_t count;     /**< slots in use */
 } Schema_ObjectList;
 
 /**
@@ -380,14 +392,14 @@ typedef struct Schema_ObjectList {
  * only. Lookups go through a list from its front, and the first match counts.
  */
 typedef struct Schema_Root {
-    Schema_ObjectList simpleTypes; /**< the built-in ones first */
-    Schema_ObjectList attributes;
-    Schema_ObjectList elements; /**< document elements, substitutes, and what wildcards find */
-    Schema_ObjectList complexTypes;
-    Schema_ObjectList reserved; /**< stays empty */
-    Schema_ObjectList attributeGroups;
-    Schema_Form attributeFormDefault; /**< ::SCHEMA_FORM_UNQUALIFIED; the caller may change it */
-    Schema_Form elementFormDefault;   /**< ::SCHEMA_FORM_QUALIFIED; the caller may change it */
+    Schema_ObjectList simpleTypes;  /**< the built-in ones first */
+    Schema_ObjectList attributes;   /**< top-level attributes */
+    Schema_ObjectList elements;     /**< document elements, substitutes, and what wildcards find */
+    Schema_ObjectList complexTypes; /**< the built-in one first */
+    Schema_ObjectList reserved;     /**< stays empty */
+    Schema_ObjectList attributeGroups; /**< top-level sets of attributes */
+    Schema_Form attributeFormDefault;  /**< ::SCHEMA_FORM_UNQUALIFIED; the caller may change it */
+    Schema_Form elementFormDefault;    /**< ::SCHEMA_FORM_QUALIFIED; the caller may change it */
 } Schema_Root;
 
 /**
@@ -447,6 +459,7 @@ XML_API void SchemaDereg_xml_schema_buildin(Schema_Root* root);
  * must not be written to.
  * @{
  */
+/** Returns the record of the type that the function is named after. */
 XML_API void* Schema_BLDIN_anySimpleType(void);
 XML_API void* Schema_BLDIN_byte(void);
 XML_API void* Schema_BLDIN_short(void);
@@ -522,16 +535,16 @@ XML_API uint32_t Schema_IsValidDay(uint16_t year, uint16_t month, uint16_t day);
 
 /** A point in time, as parsed from a date or time value. Fields that the type lacks are 0. */
 typedef struct Schema_DateTimeValue {
-    uint16_t year;
-    uint16_t month;
-    uint16_t day;
-    uint16_t hour;
-    uint16_t minute;
-    uint16_t second;
-    uint16_t zoneHours;
-    uint16_t zoneMinutes;
-    char fraction[21]; /**< the digits behind the decimal point, terminated; empty without */
-    char zoneSign;     /**< '+', '-', or 0 for "Z" and for none */
+    uint16_t year;        /**< the year */
+    uint16_t month;       /**< the month, from 1 */
+    uint16_t day;         /**< the day of the month, from 1 */
+    uint16_t hour;        /**< of the day */
+    uint16_t minute;      /**< of the hour */
+    uint16_t second;      /**< of the minute */
+    uint16_t zoneHours;   /**< hours of the zone's offset */
+    uint16_t zoneMinutes; /**< minutes of it */
+    char fraction[21];    /**< the digits behind the decimal point, terminated; empty without */
+    char zoneSign;        /**< '+', '-', or 0 for "Z" and for none */
 } Schema_DateTimeValue;
 
 /**
@@ -570,9 +583,9 @@ typedef uint32_t (*Schema_ExtTypeHandler)(const char* value, uint32_t bufSize, c
 
 /** One network type. */
 typedef struct Schema_ExtType {
-    Schema_ExtTypeHandler handler;
-    const char* namespaceName; /**< NULL until Schema_ReplaceInnerTypeNS() sets it */
-    const char* name;
+    Schema_ExtTypeHandler handler; /**< the check, or NULL: every value passes */
+    const char* namespaceName;     /**< NULL until Schema_ReplaceInnerTypeNS() sets it */
+    const char* name;              /**< the name of the type */
 } Schema_ExtType;
 
 /**
@@ -607,10 +620,10 @@ XML_API uint32_t Schema_LanguageHandler(const char* value);
 
 /** Where a split stands; filled by Schema_GetFirstSplitStr(). */
 typedef struct Schema_SplitCtx {
-    char* item;         /**< the caller's buffer for one item */
-    const char* cursor; /**< the rest of the text */
-    const char* separator;
-    uint32_t itemSize; /**< of `item` in bytes, the terminator included */
+    char* item;            /**< the caller's buffer for one item */
+    const char* cursor;    /**< the rest of the text */
+    const char* separator; /**< what stands between items */
+    uint32_t itemSize;     /**< of `item` in bytes, the terminator included */
 } Schema_SplitCtx;
 
 /**

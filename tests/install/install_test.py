@@ -18,7 +18,9 @@ FLAGS = {name: os.environ[f"NETXML_{name}_FLAGS"] for name in ("C", "CXX", "LINK
 
 INSTALLED = ["bin/netxml", "include/netxml/netxml.h", "include/netxml/schema.h",
              "include/netxml/netxml.hpp", "include/netxml/cpp/document.hpp",
-             "share/man/man1/netxml.1", "share/bash-completion/completions/netxml"]
+             "share/man/man1/netxml.1", "share/man/man3/netxml_dom.3",
+             "share/man/man3/XML_DOM_AddAttr.3", "share/man/man5/netxml-errors.5",
+             "share/man/man7/netxml.7", "share/bash-completion/completions/netxml"]
 INSTALLED_LIBRARY = ["libnetxml.so", "libnetxml.so.1", "libnetxml.a", "pkgconfig/netxml.pc",
                      "cmake/netxml/netxmlConfig.cmake", "cmake/netxml/netxmlConfigVersion.cmake",
                      "cmake/netxml/netxmlTargets.cmake", "cmake/netxml/NetxmlAddSchema.cmake"]
