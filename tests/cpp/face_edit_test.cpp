@@ -1,5 +1,6 @@
 // Documents and editing through the C++ face.
 #include "netxml/netxml.hpp"
+#include "tests/cpp/parsed.hpp"
 #include "tests/support/failing_heap.hpp"
 #include "tests/support/sources.hpp"
 
@@ -17,13 +18,6 @@ using netxml::Result;
 using netxml::Status;
 
 namespace {
-
-Document parsed(std::string_view text)
-{
-    Result<Document> document = Document::parse(text);
-    EXPECT_TRUE(document) << document.error();
-    return document ? *std::move(document) : Document{};
-}
 
 // Texts that were written: blocks that the library made and the face has freed, which the counting
 // heap does not see.

@@ -1,5 +1,6 @@
 // The guard of schemas of the C++ face.
 #include "netxml/netxml.hpp"
+#include "tests/cpp/parsed.hpp"
 #include "tests/support/failing_heap.hpp"
 
 #include <gtest/gtest.h>
@@ -9,13 +10,6 @@ using netxml::ErrorKind;
 using netxml::Result;
 
 namespace {
-
-Document parsed(std::string_view text)
-{
-    Result<Document> document = Document::parse(text);
-    EXPECT_TRUE(document) << document.error();
-    return document ? *std::move(document) : Document{};
-}
 
 Schema_ElementDecl mtu;
 int registered = 0;

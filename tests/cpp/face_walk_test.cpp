@@ -1,6 +1,7 @@
 // Reading through the C++ face: texts, results, navigation, ranges, paths, and whole random trees
 // against the C functions.
 #include "netxml/netxml.hpp"
+#include "tests/cpp/parsed.hpp"
 #include "tests/support/failing_heap.hpp"
 #include "tests/support/random.hpp"
 #include "tests/support/random_document.hpp"
@@ -22,13 +23,6 @@ using netxml::Result;
 using netxml::Text;
 
 namespace {
-
-Document parsed(std::string_view text)
-{
-    Result<Document> document = Document::parse(text);
-    EXPECT_TRUE(document) << document.error();
-    return document ? *std::move(document) : Document{};
-}
 
 constexpr std::string_view kConfig =
     "<config xmlns='urn:c' xmlns:o='urn:o' version='2'>"

@@ -47,6 +47,14 @@ void __sanitizer_cov_trace_pc()
     passed += counting;
 }
 
+// The key of a hash is the same each time, so that the work is.
+int __wrap_getentropy(void* into, std::size_t size)
+{
+    for (std::size_t i = 0; i != size; ++i)
+        static_cast<unsigned char*>(into)[i] = static_cast<unsigned char>(37 * i + 11);
+    return 0;
+}
+
 void* __real_memcpy(void* to, const void* from, std::size_t size);
 void* __real_memmove(void* to, const void* from, std::size_t size);
 void* __real_memset(void* to, int byte, std::size_t size);

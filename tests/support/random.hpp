@@ -18,6 +18,13 @@ inline std::size_t randomRounds(std::size_t usual)
     return most < usual ? most : usual;
 }
 
+// Every how many cases one is tried: each, or fewer by `watched` where something slow looks on.
+inline std::size_t caseStep(std::size_t watched)
+{
+    constexpr std::size_t kMany = 1000;
+    return randomRounds(kMany) < kMany ? watched : 1;
+}
+
 class Random {
 public:
     explicit Random(std::uint64_t seed) : engine_{seed} {}
