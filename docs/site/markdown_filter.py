@@ -4,7 +4,8 @@
     markdown_filter.py FILE
 
 Blocks of code get the form of the language that they name, headings a label, and links to them that
-label. Links to directories and files that are no page of the site lose their target.
+label. A link to the C++ header leads to its section; links to directories and to other files that are
+no page of the site lose their target.
 """
 
 import pathlib
@@ -37,6 +38,8 @@ def link(match: re.Match[str], path: pathlib.Path) -> str:
         # In the words of a link doxygen knows no code.
         words = words.replace("`", "")
         return f"[{words}](@ref {label(place, anchor)})" if anchor else f"[{words}]({target})"
+    if place == ROOT / "include/netxml/netxml.hpp":
+        return f"[{words.replace('`', '')}](@ref cpp)"
     return match[0] if picture else words
 
 

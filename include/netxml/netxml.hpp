@@ -9,8 +9,10 @@
  *     std::cout << element.path() << " = " << element.text() << '\n';
  * @endcode
  *
+ * docs/cpp.md shows each part at work.
+ *
  * - Texts are UTF-8 here. A tree holds GB18030 (base.h), which is the same for ASCII: such texts
- * are viewed in the tree itself, without a copy; others are converted as they go in or out.
+ *   are viewed in the tree itself, without a copy; others are converted as they go in or out.
  * - Whatever may fail returns a Result, or ends in one; nothing throws. The face compiles without
  *   exceptions and run-time types. The containers of the standard library that it uses (std::string
  *   and std::vector) end the program, or throw, in their own way when memory runs out; memory that

@@ -12,7 +12,6 @@ using netxml::Document;
 using netxml::Element;
 using netxml::Error;
 using netxml::ErrorKind;
-using netxml::Name;
 using netxml::Node;
 using netxml::Result;
 using netxml::Status;
@@ -100,6 +99,14 @@ TEST(FaceDocument, IsParsedFromAnySource)
     EXPECT_EQ(written(parsed(kText)), "<a><名 b=\"1\">x</名></a>");
     EXPECT_EQ(written(Document::parse(netxml::Chunks{strings}).value()), written(parsed(kText)));
     EXPECT_EQ(written(Document::parseFile(file.path()).value()), written(parsed(kText)));
+    const char* const begin = "<a>";
+    EXPECT_EQ(written(Document::parse({begin, "</a>"}).value()), "<a/>");
+    EXPECT_EQ(written(Document::parse({"<a>", "x", "</a>"}).value()), "<a>x</a>");
+    EXPECT_EQ(written(Document::parse({begin, std::string_view{"</a>"}}).value()), "<a/>");
+    EXPECT_EQ(written(Document::parse({strings[0], strings[1], strings[2]}).value()),
+              written(parsed(kText)));
+    EXPECT_EQ(written(Document::parse({"<a/><b/>", 4}).value()), "<a/>") << "a text of that size";
+    EXPECT_EQ(written(Document::parse({"<a/>"}).value()), "<a/>");
     const Result<Document> missing = Document::parseFile("/nowhere/at/all.xml");
     EXPECT_EQ(missing.error().kind, ErrorKind::File);
     EXPECT_EQ(missing.error().what(), "cannot open /nowhere/at/all.xml");
@@ -227,6 +234,7 @@ const EditCase kEdits[] = {
     {"the last with a prefix again", "<a xmlns:o='u' b='1' o:b='1'/>", [](Element a) { return a.setAttribute("o:b", "2"); }, "<a xmlns:o=\"u\" b=\"1\" o:b=\"2\"/>", {}},
     {"the plain one again", "<a xmlns:o='u' o:b='1' b='1'/>", [](Element a) { return a.setAttribute("b", "2"); }, "<a xmlns:o=\"u\" o:b=\"1\" b=\"2\"/>", {}},
     {"there by another prefix", "<a xmlns:o='u' xmlns:p='u' o:b='1'/>", [](Element a) { return a.setAttribute("p:b", "2"); }, nullptr, ErrorKind::Argument},
+    {"there by another prefix, and this one not declared", "<a xmlns:o='u' o:b='1'/>", [](Element a) { return a.setAttribute({"p:b", "u"}, "2"); }, nullptr, ErrorKind::Argument},
     {"a prefix from above, by another element's binding", "<a xmlns:o='u'><o:b/></a>", [](Element a) { return a.child("b").setAttribute("o:c", "1"); }, "<a xmlns:o=\"u\"><o:b o:c=\"1\"/></a>", {}},
     {"an attribute's prefix that nothing declares", "<a/>", [](Element a) { return a.setAttribute("o:b", "1"); }, nullptr, ErrorKind::Argument},
     {"that is declared", "<a/>", [](Element a) { return a.setAttribute({"o:b", "u"}, "1"); }, "<a xmlns:o=\"u\" o:b=\"1\"/>", {}},
@@ -239,6 +247,14 @@ const EditCase kEdits[] = {
     {"declare the default", "<a/>", [](Element a) { return a.declareNamespace("", "u"); }, "<a xmlns=\"u\"/>", {}},
     {"declare the same again", "<a xmlns:o='u'/>", [](Element a) { return a.declareNamespace("o", "u"); }, "<a xmlns:o=\"u\"/>", {}},
     {"declare otherwise", "<a xmlns:o='u'/>", [](Element a) { return a.declareNamespace("o", "v"); }, nullptr, ErrorKind::Argument},
+    {"declare otherwise what is used below", "<a xmlns:o='u'><b><o:c/></b></a>", [](Element a) { return a.child("b").declareNamespace("o", "v"); }, nullptr, ErrorKind::Argument},
+    {"what the element is bound by", "<a xmlns:o='u'><o:b/></a>", [](Element a) { return a.child("b").declareNamespace("o", "v"); }, nullptr, ErrorKind::Argument},
+    {"what an attribute is bound by", "<a xmlns:o='u'><b><c o:d='1'/></b></a>", [](Element a) { return a.child("b").declareNamespace("o", "v"); }, nullptr, ErrorKind::Argument},
+    {"what is used beside it", "<a xmlns:o='u'><b/><o:c/></a>", [](Element a) { return a.child("b").declareNamespace("o", "v"); }, "<a xmlns:o=\"u\"><b xmlns:o=\"v\"/><o:c/></a>", {}},
+    {"what is declared again below", "<a xmlns:o='u'><b><o:c xmlns:o='w'/></b></a>", [](Element a) { return a.child("b").declareNamespace("o", "v"); }, "<a xmlns:o=\"u\"><b xmlns:o=\"v\"><o:c xmlns:o=\"w\"/></b></a>", {}},
+    {"what is used, as it is", "<a xmlns:o='u'><o:b/></a>", [](Element a) { return a.child("b").declareNamespace("o", "u"); }, "<a xmlns:o=\"u\"><o:b xmlns:o=\"u\"/></a>", {}},
+    {"what is used, as it is, and then otherwise", "<a xmlns:o='u'><b><o:c o:d='1'/></b></a>", [](Element a) { Status done = a.child("b").declareNamespace("o", "u"); EXPECT_FALSE(a.child("b").child("c").declareNamespace("o", "v")); return done; }, "<a xmlns:o=\"u\"><b xmlns:o=\"u\"><o:c o:d=\"1\"/></b></a>", {}},
+    {"another default namespace for what is below", "<a xmlns='u'><b><c/></b></a>", [](Element a) { Status done = a.child("b").declareNamespace("", "v"); EXPECT_EQ(a.child("b").child("c").namespaceName(), done ? "v" : "u"); return done; }, "<a xmlns=\"u\"><b xmlns=\"v\"><c/></b></a>", {}},
     {"declare xmlns", "<a/>", [](Element a) { return a.declareNamespace("xmlns", "v"); }, nullptr, ErrorKind::Argument},
     {"declare no name", "<a/>", [](Element a) { return a.declareNamespace("1", "v"); }, nullptr, ErrorKind::Argument},
     {"bind", "<a xmlns:o='u'/>", [](Element a) { return a.setPrefix("o"); }, "<o:a xmlns:o=\"u\"/>", {}},
@@ -302,6 +318,46 @@ TEST(FaceEdit, LeavesNothingBehindWhicheverAllocationFails)
     }
 }
 
+// How many blocks an edit asks for at the bottom of a tree as deep and as wide as that.
+std::size_t blocksFor(std::size_t depth, std::size_t width,
+                      const std::function<Status(Element)>& edit)
+{
+    std::string attributes;
+    for (std::size_t at = 0; at != width; ++at) attributes += " n" + std::to_string(at) + "='1'";
+    std::string text = "<o:a xmlns:o='u' xmlns='v'" + attributes + '>';
+    for (std::size_t at = 0; at != depth; ++at) text += "<o:a" + attributes + '>';
+    for (std::size_t at = 0; at != depth; ++at) text += "</o:a>";
+    Document document = parsed(text + "</o:a>");
+    Element bottom = document.root();
+    while (const Element below = bottom.firstElement()) bottom = below;
+    const FailingHeap heap{FailingHeap::kForever};
+    const Status status = edit(bottom);
+    EXPECT_TRUE(status) << status.error();
+    return FailingHeap::allocations();
+}
+
+TEST(FaceEdit, AsksForNoMoreInALargeTree)
+{
+    const Document source = parsed("<x xmlns='v'><y/></x>");
+    const std::function<Status(Element)> kEditsOfOne[] = {
+        [](Element at) { return at.setAttribute("o:x", "1"); },
+        [](Element at) {
+            return at.setAttribute("o:x", "1") ? at.setAttribute("o:x", "2") : Status{};
+        },
+        [](Element at) {
+            return at.setAttribute({"p:x", "w"}, "1");
+        },
+        [](Element at) {
+            return statusOf(at.addElement({"x", "w"}));
+        },
+        [](Element at) { return at.declareNamespace("p", "w"); },
+        [&](Element at) { return statusOf(at.addCopy(source.root())); },
+        [&](Element at) { return statusOf(at.addCopy(source.root().child("y"))); },
+    };
+    for (const auto& edit : kEditsOfOne)
+        EXPECT_EQ(blocksFor(100, 20, edit), blocksFor(1, 1, edit)) << &edit - kEditsOfOne;
+}
+
 TEST(FaceEdit, RemovedHandlesAreEmpty)
 {
     Document document = parsed("<a><b c='1' o:c='2' xmlns:o='u'/></a>");
@@ -338,6 +394,8 @@ constexpr CopyCase kCopies[] = {
     {"a prefix around a default namespace from above", "<a xmlns='u' xmlns:o='v'><o:b><c/></o:b></a>", "/a/b", "<r/>",  "<r><o:b xmlns:o=\"v\" xmlns=\"u\"><c/></o:b></r>",                "<o:b xmlns:o=\"v\" xmlns=\"u\"><c/></o:b>"},
     {"a prefix and a default namespace of its own", "<a xmlns='u'><o:b xmlns='v' xmlns:o='w'><c/></o:b></a>", "/a/b", "<r xmlns='u'/>", "<r xmlns=\"u\"><o:b xmlns=\"v\" xmlns:o=\"w\"><c/></o:b></r>", "<o:b xmlns=\"v\" xmlns:o=\"w\"><c/></o:b>"},
     {"beyond ASCII",                      "<a><名>中</名></a>",                       "/a/名",    "<r/>",               "<r><名>中</名></r>",                                              "<名>中</名>"},
+    {"a prefix around nothing that has a default", "<a xmlns='u' xmlns:o='v'><o:b><o:c/></o:b></a>", "/a/b", "<r/>",    "<r><o:b xmlns:o=\"v\"><o:c/></o:b></r>",                           "<o:b xmlns:o=\"v\"><o:c/></o:b>"},
+    {"a default namespace further down",  "<o:a xmlns:o='v'><o:b><c xmlns='u'><d/></c><e/></o:b></o:a>", "/a/b", "<r xmlns='w'/>", "<r xmlns=\"w\"><o:b xmlns:o=\"v\" xmlns=\"\"><c xmlns=\"u\"><d/></c><e/></o:b></r>", "<o:b xmlns:o=\"v\"><c xmlns=\"u\"><d/></c><e/></o:b>"},
     {"a root",                            "<a xmlns='u'><b/></a>",                    "/a",       "<r/>",               "<r><a xmlns=\"u\"><b/></a></r>",                                  "<a xmlns=\"u\"><b/></a>"},
 };
 // clang-format on

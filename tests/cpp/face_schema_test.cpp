@@ -49,6 +49,9 @@ TEST_F(FaceSchema, ValidatesWhileItLives)
         ASSERT_TRUE(made) << made.error();
         const netxml::Schema schema = *std::move(made);
         EXPECT_TRUE(schema.validate(parsed("<mtu>1500</mtu>")).value().valid());
+        const netxml::Verdict ofTemporary = schema.validate(parsed("<mtu>big</mtu>")).value();
+        EXPECT_EQ(ofTemporary.path, "/mtu");
+        EXPECT_FALSE(ofTemporary.node) << "which ended with its document";
         const Document bad = parsed("<mtu>big</mtu>");
         const netxml::Verdict verdict = schema.validate(bad).value();
         EXPECT_FALSE(verdict.valid());

@@ -69,6 +69,9 @@ TEST(FaceReader, TellsEveryEvent)
     Log pieces;
     EXPECT_TRUE(netxml::read({kEvents.substr(0, 50), kEvents.substr(50)}, pieces));
     EXPECT_EQ(pieces.text, kExpected);
+    OnlyText literals;
+    EXPECT_TRUE(netxml::read({"<a>x", "y</a>"}, literals));
+    EXPECT_EQ(literals.all, "xy");
     const TempFile file{kEvents};
     Log whole;
     EXPECT_TRUE(netxml::readFile(file.path(), whole));
@@ -152,6 +155,8 @@ const WriteCase kWrites[] = {
     {"blanks at the ends", [](Writer& w) { w.start("a").text(" x y\n").end(); }, "<a>&#x20;x y&#x0a;</a>", {}},
     {"attributes", [](Writer& w) { w.start("a").attribute("b", "1").attribute("名", "<é>").end(); }, "<a b=\"1\" 名=\"&lt;é&gt;\"/>", {}},
     {"quotes in a value", [](Writer& w) { w.start("a").attribute("b", "\"x\" \"").end(); }, "<a b=\"&quot;x&quot;&#x20;&quot;\"/>", {}},
+    {"blanks that a parser changes in a value", [](Writer& w) { w.start("a").attribute("b", "1\t2\n3\r4 5").end(); }, "<a b=\"1&#x09;2&#x0a;3&#x0d;4 5\"/>", {}},
+    {"blanks that a parser changes in a text", [](Writer& w) { w.start("a").text("1\t2\n3\r4 5").end(); }, "<a>1\t2\n3&#x0d;4 5</a>", {}},
     {"children", [](Writer& w) { w.start("a").element("b", "1").element("c", "").start("d").end().end(); }, "<a><b>1</b><c/><d/></a>", {}},
     {"comments all over", [](Writer& w) { w.comment("1").start("a").comment("2").end().comment("3"); }, "<!--1--><a><!--2--></a><!--3-->", {}},
     {"a CDATA section", [](Writer& w) { w.start("a").cdata("<&").end(); }, "<a><![CDATA[<&]]></a>", {}},
@@ -159,6 +164,9 @@ const WriteCase kWrites[] = {
     {"a declaration", [](Writer& w) { w.start("o:a").declare("o", "u").attribute("o:b", "1").end(); }, "<o:a xmlns:o=\"u\" o:b=\"1\"/>", {}},
     {"a namespace declares", [](Writer& w) { w.start({"o:a", "u"}).start({"o:b", "u"}).start({"o:c", "v"}).end().end().end(); }, "<o:a xmlns:o=\"u\"><o:b><o:c xmlns:o=\"v\"/></o:b></o:a>", {}},
     {"a default namespace", [](Writer& w) { w.start({"a", "u"}).start({"b", ""}).start("c").end().end().end(); }, "<a xmlns=\"u\"><b xmlns=\"\"><c/></b></a>", {}},
+    {"a prefix that is declared as it is", [](Writer& w) { w.start({"o:a", "u"}).start({"o:b", "u"}).declare("o", "u").end().end(); }, "<o:a xmlns:o=\"u\"><o:b xmlns:o=\"u\"/></o:a>", {}},
+    {"a prefix that is declared otherwise, with no word on the namespace", [](Writer& w) { w.start({"o:a", "u"}).start("o:b").declare("o", "v").end().end(); }, "<o:a xmlns:o=\"u\"><o:b xmlns:o=\"v\"/></o:a>", {}},
+    {"an attribute's prefix that is declared otherwise", [](Writer& w) { w.start({"o:a", "u"}).start("b").attribute({"o:c", "v"}, "1").end().end(); }, "<o:a xmlns:o=\"u\"><b xmlns:o=\"v\" o:c=\"1\"/></o:a>", {}},
     {"no namespace where there is none", [](Writer& w) { w.start({"a", ""}).end(); }, "<a/>", {}},
     {"an attribute's namespace", [](Writer& w) { w.start("a").attribute({"o:b", "u"}, "1").attribute({"p:b", "v"}, "2").end(); }, "<a xmlns:o=\"u\" xmlns:p=\"v\" o:b=\"1\" p:b=\"2\"/>", {}},
     {"xml is declared", [](Writer& w) { w.start("a").attribute("xml:lang", "zh").end(); }, "<a xml:lang=\"zh\"/>", {}},
@@ -179,6 +187,12 @@ const WriteCase kWrites[] = {
     {"an attribute twice", [](Writer& w) { w.start("a").attribute("b", "1").attribute("c", "1").attribute("b", "2").end(); }, nullptr, ErrorKind::Misuse},
     {"an attribute twice by two prefixes", [](Writer& w) { w.start("a").attribute({"o:b", "u"}, "1").attribute({"p:b", "u"}, "2").end(); }, nullptr, ErrorKind::Misuse},
     {"a prefix declared twice", [](Writer& w) { w.start("a").declare("o", "u").declare("o", "v").end(); }, nullptr, ErrorKind::Misuse},
+    {"a prefix declared otherwise than its element wants", [](Writer& w) { w.start({"o:a", "u"}).start({"o:b", "u"}).declare("o", "v").end().end(); }, nullptr, ErrorKind::Misuse},
+    {"by an attribute", [](Writer& w) { w.start({"o:a", "u"}).start({"o:b", "u"}).attribute({"o:c", "v"}, "1").end().end(); }, nullptr, ErrorKind::Misuse},
+    {"by an attribute, of an element with no word on it", [](Writer& w) { w.start({"o:a", "u"}).start("o:b").attribute({"o:c", "v"}, "1").end().end(); }, nullptr, ErrorKind::Misuse},
+    {"otherwise than an attribute wants", [](Writer& w) { w.start({"o:a", "u"}).start("b").attribute({"o:c", "u"}, "1").declare("o", "v").end().end(); }, nullptr, ErrorKind::Misuse},
+    {"a default namespace that the element does not want", [](Writer& w) { w.start({"a", "u"}).start({"b", "u"}).declare("", "v").end().end(); }, nullptr, ErrorKind::Misuse},
+    {"a default namespace where none is wanted", [](Writer& w) { w.start({"a", ""}).declare("", "v").end(); }, nullptr, ErrorKind::Misuse},
     {"an undeclared prefix", [](Writer& w) { w.start("o:a").end(); }, nullptr, ErrorKind::Argument},
     {"an undeclared prefix of an attribute", [](Writer& w) { w.start("a").attribute("o:b", "1").text("x").end(); }, nullptr, ErrorKind::Argument},
     {"no name", [](Writer& w) { w.start("1a").end(); }, nullptr, ErrorKind::Argument},
@@ -250,6 +264,17 @@ TEST(FaceWriter, WritesToAnySink)
     Writer toCallable{take};
     writeSample(toCallable);
     EXPECT_EQ(pieces, kSample);
+
+    static std::string called;
+    struct Plain {
+        static void take(std::string_view piece) { called += piece; }
+    };
+    Writer toFunction{Plain::take};
+    writeSample(toFunction);
+    EXPECT_EQ(called, kSample);
+
+    Writer toNothing{static_cast<std::FILE*>(nullptr)};
+    EXPECT_EQ(toNothing.start("a").end().finish().error().kind, ErrorKind::File);
 
     auto refuse = [left = 3](std::string_view) mutable { return left-- != 0; };
     Writer toFailing{refuse};

@@ -31,6 +31,16 @@ struct Counting {
 #endif
 };
 
+struct Fleeting {
+    struct Iterator {
+        std::string operator*() const { return "<a/>"; }
+        Iterator& operator++() { return *this; }
+        bool operator!=(const Iterator&) const { return false; }
+    };
+    Iterator begin() const { return {}; }
+    Iterator end() const { return {}; }
+};
+
 void wrongUse(Document& document, const Document& shared, netxml::Schema& schema)
 {
     Element root = document.root();
@@ -173,6 +183,14 @@ void wrongUse(Document& document, const Document& shared, netxml::Schema& schema
 #else
     if (!copy.setEncoding(XML_ENCODING_GBK)) return;
 #endif
+#if WRONG == 29  // pieces that an iterator makes anew, and which end at once: no matching
+                 // (function|constructor)
+    const netxml::Chunks chunks{Fleeting{}};
+#else
+    const netxml::Chunks chunks{"<a>", "</a>"};
+#endif
+    if (!Document::parse(chunks) || !Document::parse({"<a>", "</a>"})) return;
+    if (!netxml::read({"<a>", "</a>"}, handler) || !Document::parse({"<a/>", 4})) return;
 #if WRONG == 28  // a writer copied: deleted
     const netxml::Writer other = writer;
 #else

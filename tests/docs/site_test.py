@@ -78,6 +78,24 @@ class Site(unittest.TestCase):
         for function in exported:
             self.assertRegex(text, rf"\b{function}\b")
 
+    def test_every_class_of_the_cpp_face_has_a_page(self) -> None:
+        self.assertIn("group__cpp.html", self.pages["md_docs_cpp.html"].links)
+        self.assertIn("md_docs_cpp.html", self.pages["group__cpp.html"].links)
+        self.assertIn('"group__cpp.html"', (HTML / "menudata.js").read_text())
+        count = 0
+        for path in SOURCE.glob("include/netxml/cpp/*.hpp"):
+            bare = re.sub(
+                r"^namespace detail \{.*?^\}  // namespace detail",
+                "",
+                path.read_text(),
+                flags=re.DOTALL | re.MULTILINE,
+            )
+            declared = r"^(class|struct) (?:\[\[nodiscard\]\] )?(\w+)(?: \{| :)"
+            for kind, name in re.findall(declared, bare, re.MULTILINE):
+                self.assertIn(f"{kind}netxml_1_1{name}.html", self.pages)
+                count += 1
+        self.assertGreater(count, 20)
+
     def test_pages_fit_their_screen(self) -> None:
         for name, page in self.pages.items():
             self.assertIn("width=device-width", page.metas.get("viewport", ""), name)

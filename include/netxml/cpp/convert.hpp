@@ -17,7 +17,12 @@ namespace detail {
 
 inline std::string_view viewOf(const char* text) noexcept
 {
-    return text ? std::string_view{text} : std::string_view{"", 0};
+    return text ? std::string_view{text} : std::string_view{""};
+}
+
+inline std::string_view viewOf(std::string_view text) noexcept
+{
+    return text;
 }
 
 template <class Word>

@@ -30,6 +30,12 @@ public:
     }
     /** Parses a text that lies in pieces, which may be cut anywhere. */
     static Result<Document> parse(const Chunks& chunks) { return build(chunks); }
+    /** The same for literals: `Document::parse({"<a>", "</a>"})`. */
+    template <class Piece, class = detail::IfLiterals<Piece>>
+    static Result<Document> parse(std::initializer_list<Piece> pieces)
+    {
+        return build(Chunks(pieces));
+    }
     /** Parses a file. ErrorKind::File if it cannot be opened; a read error is taken as its end. */
     static Result<Document> parseFile(const std::string& path)
     {
@@ -47,7 +53,7 @@ public:
     static Result<Document> copyOf(ConstElement source)
     {
         if (!source) return detail::emptyHandle();
-        Result<detail::Detached> made = detail::copy(source.raw(), {});
+        Result<detail::Detached> made = detail::copy(source.raw(), nullptr);
         if (!made) return std::move(made).error();
         return own(*std::move(made));
     }
@@ -59,7 +65,9 @@ public:
     /** Gives the tree away, to whoever calls XML_DOM_DelNode(). */
     [[nodiscard]] XML_DOM_Node* release() noexcept { return root_.release(); }
 
+    /** The root element; an empty handle without a tree. */
     Element root() & noexcept { return detail::Access::make<Element>(root_.get()); }
+    /** The root element, to be read; an empty handle without a tree. */
     ConstElement root() const& noexcept
     {
         return detail::Access::make<ConstElement, const XML_DOM_Node>(root_.get());
@@ -68,12 +76,17 @@ public:
     void root() const&& = delete;
     /** BasicElement::find() from the root; the path begins with "/" and the root's name. */
     Result<Element> find(TextArg path) & { return root().find(path); }
+    /** The same, to be read. */
     Result<ConstElement> find(TextArg path) const& { return root().find(path); }
     void find(TextArg path) && = delete;
     void find(TextArg path) const&& = delete;
 
-    /** The encoding that the document is written in: of a parsed one, that of its text. */
+    /**
+     * The encoding that the document is written in: of a parsed one, that of its text.
+     * XML_ENCODING_NONE without a tree.
+     */
     XML_Encoding encoding() const noexcept { return XML_DOM_GetEncoding(root_.get()); }
+    /** Chooses it, one of the thirteen. ErrorKind::Argument for anything else. */
     Status setEncoding(XML_Encoding encoding)
     {
         if (!root_) return noTree();

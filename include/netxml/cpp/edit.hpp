@@ -14,15 +14,18 @@
 namespace netxml {
 inline namespace face {
 
-/** A node of a tree that may be edited. */
+/** A node of a tree that may be edited; it reads what BasicNode does. */
 class Node : public BasicNode<XML_DOM_Node> {
 public:
+    /** An empty handle. */
     Node() noexcept = default;
-    using BasicNode::BasicNode;
+    /** A node of the C functions, which stays whose it is. */
+    explicit Node(XML_DOM_Node* raw) noexcept : BasicNode{raw} {}
 
     /**
      * Deletes the node with all below it, and empties the handle. Other handles to what is deleted
-     * must not be used any more. The root stays: ErrorKind::Misuse.
+     * must not be used any more. The root stays: ErrorKind::Misuse. Costs a walk over the siblings
+     * before it.
      */
     Status remove()
     {
@@ -33,14 +36,17 @@ public:
         return {};
     }
 
-    /** Makes an element next to this node; see Element::addElement(). */
+    /** Makes an element before this node as Element::addElement() does; Misuse beside a root. */
     Result<Element> insertElementBefore(const Name& name, TextArg text = {}) const;
+    /** Makes an element behind this node as Element::addElement() does; Misuse beside a root. */
     Result<Element> insertElementAfter(const Name& name, TextArg text = {}) const;
-    /** Makes a text next to this node. */
+    /** Makes a text before this node as Element::addText() does; Misuse beside a root. */
     Result<TextNode> insertTextBefore(TextArg text) const;
+    /** Makes a text behind this node as Element::addText() does; Misuse beside a root. */
     Result<TextNode> insertTextAfter(TextArg text) const;
-    /** Copies a node to a place next to this one; see Element::addCopy(). */
+    /** Puts a copy before this node as Element::addCopy() does; Misuse beside a root. */
     Result<Node> insertCopyBefore(ConstNode source) const;
+    /** Puts a copy behind this node as Element::addCopy() does; Misuse beside a root. */
     Result<Node> insertCopyAfter(ConstNode source) const;
 
 protected:
@@ -50,9 +56,10 @@ private:
     friend struct detail::Access;
 };
 
-/** A text or CDATA section that may be edited. */
+/** A text or CDATA section that may be edited; it reads what BasicTextNode does, and is a Node. */
 class TextNode : public BasicTextNode<XML_DOM_Node> {
 public:
+    /** An empty handle. */
     TextNode() noexcept = default;
 
     /** Replaces the value. The empty text is refused: remove() the node. */
@@ -63,9 +70,10 @@ private:
     TextNode(XML_DOM_Node* raw, int) noexcept : BasicTextNode{raw, 0} {}
 };
 
-/** An element that may be edited. */
+/** An element that may be edited; it reads what BasicElement does, and is a Node. */
 class Element : public BasicElement<XML_DOM_Node> {
 public:
+    /** An empty handle. */
     Element() noexcept = default;
 
     /**
@@ -75,7 +83,12 @@ public:
      * prefix that nothing declares here, and for one that may not stand for the namespace.
      */
     Result<Element> addElement(const Name& name, TextArg text = {}) const;
+    /**
+     * Appends a text, also the empty one. Two that stand side by side are one when the document is
+     * parsed again.
+     */
     Result<TextNode> addText(TextArg text) const;
+    /** Appends a CDATA section. It is written as it is: it must not hold its own end, "]]>". */
     Result<TextNode> addCData(TextArg text) const;
     /**
      * Appends a copy of a node with all below it, also from another document. Its names stay in
@@ -102,8 +115,10 @@ public:
     bool removeAttribute(const Name& name) const;
 
     /**
-     * Declares a prefix, or, for the empty one, the default namespace. ErrorKind::Argument for what
-     * may not be declared, and if this element declares the prefix otherwise.
+     * Declares a prefix, or, for the empty one, the default namespace: what has no prefix here and
+     * below, and no nearer default, is in that one then. ErrorKind::Argument for what may not be
+     * declared, if this element declares the prefix otherwise, and if a name here or below has the
+     * prefix from above, for another namespace.
      */
     Status declareNamespace(TextArg prefix, TextArg namespaceName) const;
     /** Binds the element to what its place declares for a prefix; the empty one unbinds. */
@@ -240,7 +255,7 @@ inline Status Element::rename(TextArg name) const
 inline Status Element::declareNamespace(TextArg prefix, TextArg namespaceName) const
 {
     if (!raw_) return detail::emptyHandle();
-    return detail::declare(raw_, prefix.view(), namespaceName.view());
+    return detail::declareAnew(raw_, prefix.view(), namespaceName.view());
 }
 
 inline Status Element::setPrefix(TextArg prefix) const

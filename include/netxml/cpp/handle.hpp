@@ -32,16 +32,19 @@ class BasicElement;
 template <class RawNode>
 class BasicTextNode;
 
+/** A node of a const Document: reads, and edits nothing. */
 using ConstNode = BasicNode<const XML_DOM_Node>;
+/** An element of a const Document: reads, and edits nothing. */
 using ConstElement = BasicElement<const XML_DOM_Node>;
+/** A text or CDATA section of a const Document: reads, and edits nothing. */
 using ConstTextNode = BasicTextNode<const XML_DOM_Node>;
 
 /** The kinds of node. */
 enum class NodeKind : uint32_t {
-    None = 0, /**< of an empty handle */
-    Element = XML_DOM_NODE_ELEMENT,
-    Text = XML_DOM_NODE_TEXT,
-    CData = XML_DOM_NODE_CDATA
+    None = 0,                       /**< of an empty handle */
+    Element = XML_DOM_NODE_ELEMENT, /**< has a name, attributes and children */
+    Text = XML_DOM_NODE_TEXT,       /**< has a value */
+    CData = XML_DOM_NODE_CDATA      /**< has a value, written in a CDATA section */
 };
 
 namespace detail {
@@ -64,14 +67,17 @@ Result<std::string> written(const XML_DOM_Node* node, uint32_t flags);
 
 }  // namespace detail
 
-/** What a Node and a ConstNode read. */
+/**
+ * What a Node and a ConstNode read. `RawNode` is XML_DOM_Node, or a const one. Of an empty handle
+ * everything is empty.
+ */
 template <class RawNode>
 class BasicNode {
 public:
-    using Raw = RawNode;
-    using AnyNode = typename detail::Handles<RawNode>::AnyNode;
-    using AnElement = typename detail::Handles<RawNode>::AnElement;
-    using AText = typename detail::Handles<RawNode>::AText;
+    using Raw = RawNode;                                            /**< what raw() points to */
+    using AnyNode = typename detail::Handles<RawNode>::AnyNode;     /**< Node or ConstNode */
+    using AnElement = typename detail::Handles<RawNode>::AnElement; /**< Element or ConstElement */
+    using AText = typename detail::Handles<RawNode>::AText; /**< TextNode or ConstTextNode */
 
     /** An empty handle. */
     BasicNode() noexcept = default;
@@ -86,13 +92,16 @@ public:
 
     /** Whether it stands for a node. */
     explicit operator bool() const noexcept { return raw_ != nullptr; }
-    /** The node, for the C functions. */
+    /** The node, for the C functions; NULL of an empty handle. */
     RawNode* raw() const noexcept { return raw_; }
     /** Whether both stand for the same node. */
     friend bool operator==(BasicNode a, BasicNode b) noexcept { return a.raw_ == b.raw_; }
+    /** Whether they stand for different nodes. */
     friend bool operator!=(BasicNode a, BasicNode b) noexcept { return a.raw_ != b.raw_; }
 
+    /** Its kind; NodeKind::None of an empty handle. */
     NodeKind kind() const noexcept { return static_cast<NodeKind>(XML_DOM_GetNodeType(raw_)); }
+    /** Whether it stands for an element. */
     bool isElement() const noexcept { return kind() == NodeKind::Element; }
     /** The node as an element; empty if it is none. */
     AnElement asElement() const noexcept
@@ -164,14 +173,20 @@ private:
 /** An attribute. It is read through its handle, and edited through its element. */
 class Attribute {
 public:
-    using Raw = const XML_DOM_Attr;
+    using Raw = const XML_DOM_Attr; /**< what raw() points to */
 
+    /** An empty handle. */
     Attribute() noexcept = default;
+    /** An attribute of the C functions. */
     explicit Attribute(const XML_DOM_Attr* raw) noexcept : raw_{raw} {}
 
+    /** Whether it stands for an attribute. */
     explicit operator bool() const noexcept { return raw_ != nullptr; }
+    /** The attribute, for the C functions; NULL of an empty handle. */
     const XML_DOM_Attr* raw() const noexcept { return raw_; }
+    /** Whether both stand for the same attribute. */
     friend bool operator==(Attribute a, Attribute b) noexcept { return a.raw_ == b.raw_; }
+    /** Whether they stand for different attributes. */
     friend bool operator!=(Attribute a, Attribute b) noexcept { return a.raw_ != b.raw_; }
 
     /** The name without its prefix. */
@@ -188,6 +203,7 @@ public:
         static_cast<void>(XML_DOM_GetAttrNameSpace(raw_, nullptr, &name));
         return Text::fromTree(name);
     }
+    /** The value; does not exist for an empty handle. */
     Text value() const noexcept { return Text::fromTree(XML_DOM_GetAttrValByHandle(raw_)); }
     /** The next attribute of the element, or an empty handle. */
     Attribute next() const noexcept { return Attribute{XML_DOM_GetNextAttr(raw_)}; }
@@ -199,21 +215,27 @@ private:
     const XML_DOM_Attr* raw_ = nullptr;
 };
 
+/** The attributes of an element, in their order. */
 using AttributeRange = Range<Attribute, detail::AttributesInOrder>;
 
-/** What an Element and a ConstElement read. */
+/**
+ * What an Element and a ConstElement read, besides what a BasicNode does. Of an empty handle
+ * everything is empty.
+ */
 template <class RawNode>
 class BasicElement : public detail::Handles<RawNode>::AnyNode {
     using Base = typename detail::Handles<RawNode>::AnyNode;
 
 public:
-    using AnElement = typename detail::Handles<RawNode>::AnElement;
-    using AnyNode = Base;
-    using Children = Range<AnyNode, detail::Siblings>;
-    using Elements = Range<AnElement, detail::ElementSiblings>;
-    using Descendants = Range<AnyNode, detail::InDocumentOrder>;
+    using AnElement = typename detail::Handles<RawNode>::AnElement; /**< Element or ConstElement */
+    using AnyNode = Base;                                           /**< Node or ConstNode */
+    using Children = Range<AnyNode, detail::Siblings>;              /**< what children() gives */
+    using Elements = Range<AnElement, detail::ElementSiblings>;     /**< what elements() gives */
+    using Descendants = Range<AnyNode, detail::InDocumentOrder>;    /**< what descendants() gives */
 
+    /** An empty handle. */
     BasicElement() noexcept = default;
+    /** From one that may edit to one that may not. */
     template <class Other, class = std::enable_if_t<std::is_convertible_v<Other*, RawNode*> &&
                                                     !std::is_same_v<Other, RawNode>>>
     BasicElement(BasicElement<Other> other) noexcept : Base{other.raw()}
@@ -243,7 +265,9 @@ public:
         return Text::fromTree(value ? value : XML_DOM_GetFirstCDataChildValue(raw_));
     }
 
+    /** The first child of any kind, or an empty handle. */
     AnyNode firstChild() const noexcept { return AnyNode{XML_DOM_GetFirstChild(raw_)}; }
+    /** The first child that is an element, or an empty handle. */
     AnElement firstElement() const noexcept
     {
         return make(detail::elementFrom(XML_DOM_GetFirstChild(raw_)));
@@ -267,6 +291,7 @@ public:
         return make(node);
     }
 
+    /** The first attribute, or an empty handle. Namespace declarations are none. */
     Attribute firstAttribute() const noexcept { return Attribute{XML_DOM_GetFirstAttr(raw_)}; }
     /** The first attribute of that name in any namespace, or an empty handle. */
     Attribute attribute(TextArg name) const noexcept { return findAttribute(name, nullptr); }
@@ -289,6 +314,7 @@ public:
     {
         return {detail::elementFrom(XML_DOM_GetFirstChild(raw_)), {}};
     }
+    /** All attributes, in their order. Namespace declarations are none. */
     AttributeRange attributes() const noexcept { return {XML_DOM_GetFirstAttr(raw_), {}}; }
     /** All that is below, each node before its children. */
     Descendants descendants() const noexcept { return {XML_DOM_GetFirstChild(raw_), {raw_}}; }
@@ -366,20 +392,27 @@ private:
     }
 };
 
-/** What a TextNode and a ConstTextNode read. */
+/**
+ * What a TextNode and a ConstTextNode read, besides what a BasicNode does. Of an empty handle
+ * everything is empty.
+ */
 template <class RawNode>
 class BasicTextNode : public detail::Handles<RawNode>::AnyNode {
     using Base = typename detail::Handles<RawNode>::AnyNode;
 
 public:
+    /** An empty handle. */
     BasicTextNode() noexcept = default;
+    /** From one that may edit to one that may not. */
     template <class Other, class = std::enable_if_t<std::is_convertible_v<Other*, RawNode*> &&
                                                     !std::is_same_v<Other, RawNode>>>
     BasicTextNode(BasicTextNode<Other> other) noexcept : Base{other.raw()}
     {
     }
 
+    /** Whether it is a CDATA section. */
     bool isCData() const noexcept { return this->kind() == NodeKind::CData; }
+    /** The text, with references resolved; does not exist for an empty handle. */
     Text value() const noexcept { return Text::fromTree(XML_DOM_GetNodeValue(this->raw_)); }
 
 protected:

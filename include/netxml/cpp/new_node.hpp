@@ -58,25 +58,39 @@ inline Error undeclared(std::string_view prefix)
                    "nothing declares the prefix \"" + std::string{prefix} + "\" here");
 }
 
-// What a prefix stands for at an element, as a tree holds it; "" for the default namespace where
-// there is none, a value without a text for a prefix that nothing declares.
+// What a prefix stands for at an element, in a string of the tree; NULL where nothing declares it.
 //
-// The interface does not list declarations. But a copy of an element, without its children, has
-// those of the element, and can be bound to them. It is made only where no binding in place tells.
-inline Result<std::optional<std::string>> resolve(const XML_DOM_Node* element, const char* prefix)
+// The interface does not answer this, but a child that is bound by the prefix does. It is there for
+// this call alone, in front of the others, where neither putting in nor taking out costs a walk.
+inline Result<const char*> resolve(XML_DOM_Node* element, const char* prefix)
 {
-    for (const XML_DOM_Node* at = element; at; at = XML_DOM_GetNodeParent(at)) {
-        const char* bound = nullptr;
-        const char* name = nullptr;
-        static_cast<void>(XML_DOM_GetNodeNameSpace(at, &bound, &name));
-        if (XML_Strcmp(bound, prefix) == 0) return std::optional<std::string>{name ? name : ""};
-        const Detached copy{XML_DOM_CopyNode(at)};
-        if (!copy) return noMemory();
-        if (XML_DOM_SetNodeNameSpace(copy.get(), prefix) != XML_RET_OK) continue;
-        static_cast<void>(XML_DOM_GetNodeNameSpace(copy.get(), &bound, &name));
-        if (name) return std::optional<std::string>{name};
+    const Detached probe{XML_DOM_CreateElementNode("probe")};
+    if (!probe) return noMemory();
+    XML_DOM_Node* first = XML_DOM_GetFirstChild(element);
+    const uint32_t status = first ? XML_DOM_InsertBeforeNode(first, probe.get())
+                                  : XML_DOM_AddChildNode(element, probe.get());
+    const char* name = nullptr;
+    if (status == XML_RET_OK && XML_DOM_SetNodeNameSpace(probe.get(), prefix) == XML_RET_OK)
+        static_cast<void>(XML_DOM_GetNodeNameSpace(probe.get(), nullptr, &name));
+    return name;
+}
+
+// Calls `use` with each element from `top` down, or attribute of one, that has its name by that
+// string of the tree; the other argument is NULL.
+template <class Use>
+void eachUse(XML_DOM_Node* top, const char* space, Use&& use)
+{
+    for (XML_DOM_Node* node = top; node; node = InDocumentOrder{top}.after(node)) {
+        if (XML_DOM_GetNodeType(node) != XML_DOM_NODE_ELEMENT) continue;
+        const char* found = nullptr;
+        static_cast<void>(XML_DOM_GetNodeNameSpace(node, nullptr, &found));
+        if (found == space) use(node, nullptr);
+        XML_DOM_Attr* attribute = XML_DOM_GetFirstAttr(node);
+        for (; attribute; attribute = XML_DOM_GetNextAttr(attribute)) {
+            static_cast<void>(XML_DOM_GetAttrNameSpace(attribute, nullptr, &found));
+            if (found == space) use(nullptr, attribute);
+        }
     }
-    return *prefix == '\0' ? std::optional<std::string>{""} : std::nullopt;
 }
 
 // Declares a prefix on an element, unless that declares it so already. False if it declares it
@@ -84,8 +98,8 @@ inline Result<std::optional<std::string>> resolve(const XML_DOM_Node* element, c
 inline bool declared(XML_DOM_Node* element, const TreeText& prefix, const char* name)
 {
     if (XML_DOM_AddNodeNameSpace(element, prefix.text(), name) == XML_RET_OK) return true;
-    const Result<std::optional<std::string>> found = resolve(element, prefix.text());
-    return found && *found && **found == name;
+    const Result<const char*> found = resolve(element, prefix.text());
+    return found && *found && std::strcmp(*found, name) == 0;
 }
 
 // Declares a prefix on an element; the empty one is the default namespace.
@@ -107,6 +121,31 @@ inline Status declare(XML_DOM_Node* element, std::string_view prefix, std::strin
         return failure(ErrorKind::Argument, "the element declares the prefix \"" +
                                                 std::string{prefix} +
                                                 "\" otherwise, or memory ran out");
+    return {};
+}
+
+// Declares a prefix on an element that may have used it: a name that has it from above would be
+// written with the new declaration around it. It is refused for another namespace, and for the same
+// one it is bound anew: a name is bound to the nearest declaration of its prefix.
+inline Status declareAnew(XML_DOM_Node* element, std::string_view prefix, std::string_view name)
+{
+    const TreeText prefixText{prefix};
+    const TreeText nameText{name};
+    if (prefix.empty() || !prefixText || !nameText) return declare(element, prefix, name);
+    const Result<const char*> found = resolve(element, prefixText.text());
+    if (!found) return found.error();
+    const char* outer = *found;
+    bool used = false;
+    if (outer && std::strcmp(outer, nameText.text()) != 0)
+        eachUse(element, outer, [&](XML_DOM_Node*, XML_DOM_Attr*) { used = true; });
+    if (used)
+        return failure(ErrorKind::Argument, "the prefix \"" + std::string{prefix} +
+                                                "\" is in use here for another namespace");
+    if (Status made = declare(element, prefix, name); !made || !outer) return made;
+    eachUse(element, outer, [&](XML_DOM_Node* node, XML_DOM_Attr* attribute) {
+        static_cast<void>(node ? XML_DOM_SetNodeNameSpace(node, prefixText.text())
+                               : XML_DOM_SetAttrNsInner(attribute, prefixText.text()));
+    });
     return {};
 }
 
@@ -165,18 +204,40 @@ inline Result<XML_DOM_Node*> addText(const Place& place, XML_DOM_NodeType type, 
     return place.take(std::move(made));
 }
 
+// The default namespace that a copy, or something below it, counts on without declaring it, as the
+// source has it: "" for none; NULL where nothing counts on it.
+inline const char* missingDefault(const XML_DOM_Node* copy, const XML_DOM_Node* source) noexcept
+{
+    const InDocumentOrder copies{copy};
+    const InDocumentOrder sources{source};
+    while (copy) {
+        const char* prefix = nullptr;
+        const char* name = nullptr;
+        static_cast<void>(XML_DOM_GetNodeNameSpace(copy, &prefix, &name));
+        const bool isElement = XML_DOM_GetNodeType(copy) == XML_DOM_NODE_ELEMENT;
+        if (isElement && !name) {
+            static_cast<void>(XML_DOM_GetNodeNameSpace(source, &prefix, &name));
+            return name ? name : "";
+        }
+        // Below an element that finds its default in the copy, all do.
+        const bool covered = isElement && !prefix;
+        copy = covered ? copies.behind(copy) : copies.after(copy);
+        source = covered ? sources.behind(source) : sources.after(source);
+    }
+    return nullptr;
+}
+
 // A detached copy of a node with all below it. An element that counts on a default namespace other
 // than `outer`, or on none, declares it.
-inline Result<Detached> copy(const XML_DOM_Node* source, std::string_view outer)
+inline Result<Detached> copy(const XML_DOM_Node* source, const char* outer)
 {
     Detached made{XML_DOM_CopyNode(source)};
     if (!made) return noMemory();
     if (XML_DOM_GetNodeType(source) != XML_DOM_NODE_ELEMENT) return made;
     if (XML_DOM_CopySubTree(made.get(), source) != XML_RET_OK) return noMemory();
-    Result<std::optional<std::string>> inner = resolve(source, "");
-    if (!inner) return std::move(inner).error();
-    const std::string& space = inner->value();
-    if (space != outer && !declared(made.get(), TreeText{{}}, space.c_str())) return noMemory();
+    const char* space = missingDefault(made.get(), source);
+    if (space && XML_Strcmp(space, outer) != 0 && !declared(made.get(), TreeText{{}}, space))
+        return noMemory();
     return made;
 }
 
@@ -184,9 +245,9 @@ inline Result<XML_DOM_Node*> addCopy(const Place& place, ConstNode source)
 {
     if (!source) return emptyHandle();
     if (Status there = place.check(); !there) return there.error();
-    const Result<std::optional<std::string>> outer = resolve(place.parent, "");
+    const Result<const char*> outer = resolve(place.parent, "");
     if (!outer) return outer.error();
-    Result<Detached> made = copy(source.raw(), outer->value());
+    Result<Detached> made = copy(source.raw(), *outer);
     if (!made) return std::move(made).error();
     return place.take(*std::move(made));
 }
@@ -199,7 +260,7 @@ inline std::size_t countAttributes(const XML_DOM_Node* element) noexcept
     return count;
 }
 
-// Where an attribute stands among the element's; their number if there is none of that name.
+// The attribute of that name in that namespace, "" for none; NULL if the element has it not.
 inline const XML_DOM_Attr* findAttribute(const XML_DOM_Node* element, const char* name,
                                          const char* space) noexcept
 {
@@ -213,6 +274,11 @@ inline const XML_DOM_Attr* findAttribute(const XML_DOM_Node* element, const char
     return attribute;
 }
 
+inline Error byAnotherPrefix()
+{
+    return failure(ErrorKind::Argument, "the element has the attribute by another prefix");
+}
+
 // Appends the attribute and then deletes the old one, which is the first of its prefix and name.
 inline Status replaceAttribute(XML_DOM_Node* element, const TreeText& prefix, const TreeText& local,
                                const TreeText& value, const char* space)
@@ -223,7 +289,7 @@ inline Status replaceAttribute(XML_DOM_Node* element, const TreeText& prefix, co
     XML_DOM_DelAttr(element, prefix.text(), local.text());
     // If the old one goes by another prefix, it was the new one that went.
     if (findAttribute(element, local.text(), space) == fresh) return {};
-    return failure(ErrorKind::Argument, "the element has the attribute by another prefix");
+    return byAnotherPrefix();
 }
 
 inline Status setAttribute(XML_DOM_Node* element, const Name& name, std::string_view value)
@@ -241,21 +307,22 @@ inline Status setAttribute(XML_DOM_Node* element, const Name& name, std::string_
         return failure(ErrorKind::Argument, "declareNamespace() declares namespaces");
     if (wanted && wanted->empty() != name.prefix().empty())
         return failure(ErrorKind::Argument, "an attribute has a prefix if it has a namespace");
-    std::string space;
+    const char* space = "";
     if (!name.prefix().empty()) {
-        Result<std::optional<std::string>> found = resolve(element, prefix.text());
-        if (!found) return std::move(found).error();
+        const Result<const char*> found = resolve(element, prefix.text());
+        if (!found) return found.error();
         if (!*found && !wanted) return undeclared(name.prefix());
-        if (*found && wanted && **found != wantedText.text())
+        if (*found && wanted && std::strcmp(*found, wantedText.text()) != 0)
             return failure(ErrorKind::Argument, "the prefix \"" + std::string{name.prefix()} +
                                                     "\" means another namespace here");
         if (!*found) {
+            if (findAttribute(element, local.text(), wantedText.text())) return byAnotherPrefix();
             if (Status made = declare(element, name.prefix(), *wanted); !made) return made;
         }
-        space = *found ? **found : wantedText.text();
+        space = *found ? *found : wantedText.text();
     }
-    if (findAttribute(element, local.text(), space.c_str()))
-        return replaceAttribute(element, prefix, local, text, space.c_str());
+    if (findAttribute(element, local.text(), space))
+        return replaceAttribute(element, prefix, local, text, space);
     if (!XML_DOM_AddAttr(element, prefix.text(), local.text(), text.text())) return noMemory();
     return {};
 }

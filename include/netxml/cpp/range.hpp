@@ -82,7 +82,12 @@ struct InDocumentOrder {
 
     XML_DOM_Node* after(const XML_DOM_Node* node) const noexcept
     {
-        if (XML_DOM_Node* below = XML_DOM_GetFirstChild(node)) return below;
+        XML_DOM_Node* below = XML_DOM_GetFirstChild(node);
+        return below ? below : behind(node);
+    }
+    // The same without what is below the node.
+    XML_DOM_Node* behind(const XML_DOM_Node* node) const noexcept
+    {
         for (; node && node != top; node = XML_DOM_GetNodeParent(node)) {
             if (XML_DOM_Node* behind = XML_DOM_GetNextSibling(node)) return behind;
         }
@@ -110,36 +115,46 @@ public:
     /** Keeps the handle for `->`. */
     class Arrow {
     public:
+        /** Of what an iterator stands at. */
         explicit Arrow(Handle handle) noexcept : handle_{handle} {}
+        /** The handle, good until the end of the expression. */
         const Handle* operator->() const noexcept { return &handle_; }
 
     private:
         Handle handle_;
     };
 
-    using iterator_category = std::forward_iterator_tag;
-    using value_type = Handle;
-    using difference_type = std::ptrdiff_t;
-    using pointer = Arrow;
-    using reference = Handle;
+    using iterator_category = std::forward_iterator_tag; /**< goes one way, any number of times */
+    using value_type = Handle;                           /**< what it gives */
+    using difference_type = std::ptrdiff_t;              /**< what std::distance() counts in */
+    using pointer = Arrow;                               /**< what `->` gives */
+    using reference = Handle;                            /**< what `*` gives: a value */
 
+    /** Stands nowhere, as every end of a range does. */
     Iterator() noexcept = default;
+    /** Stands at `at`, and goes on as `walk` says. Ranges make it. */
     Iterator(typename Handle::Raw* at, Walk walk) noexcept : at_{at}, walk_{walk} {}
 
+    /** The handle of what it stands at; an empty one at the end. */
     Handle operator*() const noexcept { return detail::Access::make<Handle>(at_); }
+    /** A member of that handle. */
     Arrow operator->() const noexcept { return Arrow{**this}; }
+    /** Steps on, which must not be done at the end. */
     Iterator& operator++() noexcept
     {
         at_ = walk_.after(at_);
         return *this;
     }
+    /** Steps on, and returns where it was. */
     Iterator operator++(int) noexcept
     {
         Iterator before = *this;
         ++*this;
         return before;
     }
+    /** Whether both stand at the same place. */
     friend bool operator==(const Iterator& a, const Iterator& b) noexcept { return a.at_ == b.at_; }
+    /** Whether they stand at different places. */
     friend bool operator!=(const Iterator& a, const Iterator& b) noexcept { return a.at_ != b.at_; }
 
 private:
@@ -151,14 +166,18 @@ private:
 template <class Handle, class Walk>
 class Range {
 public:
-    using value_type = Handle;
-    using iterator = Iterator<Handle, Walk>;
-    using const_iterator = iterator;
+    using value_type = Handle;               /**< what is in it */
+    using iterator = Iterator<Handle, Walk>; /**< may outlive the range, but not the tree */
+    using const_iterator = iterator;         /**< the same: what it gives are values */
 
+    /** From `first` on, as `walk` says. Handles make it. */
     Range(typename Handle::Raw* first, Walk walk) noexcept : first_{first}, walk_{walk} {}
 
+    /** Stands at the first, or at the end if the range is empty. */
     iterator begin() const noexcept { return {first_, walk_}; }
+    /** Stands behind the last. */
     iterator end() const noexcept { return {nullptr, walk_}; }
+    /** Whether nothing is in it. */
     bool empty() const noexcept { return !first_; }
 
 private:
@@ -173,10 +192,11 @@ private:
 template <class Handle>
 class NamedRange {
 public:
-    using value_type = Handle;
-    using iterator = Iterator<Handle, detail::NamedSiblings>;
-    using const_iterator = iterator;
+    using value_type = Handle;                                /**< what is in it */
+    using iterator = Iterator<Handle, detail::NamedSiblings>; /**< ends with the range */
+    using const_iterator = iterator; /**< the same: what it gives are values */
 
+    /** Those of that name from `firstChild` on. Handles make it. */
     NamedRange(typename Handle::Raw* firstChild, std::string_view name) noexcept : name_{name}
     {
         if (!name_) return;  // what no tree can hold is not there
@@ -188,10 +208,13 @@ public:
     NamedRange(const NamedRange&) = delete;
     NamedRange& operator=(const NamedRange&) = delete;
 
+    /** Stands at the first, or at the end if there is none of that name. */
     iterator begin() const& noexcept { return {first_, {name_.text()}}; }
+    /** Stands behind the last. */
     iterator end() const& noexcept { return {nullptr, {name_.text()}}; }
     void begin() const&& = delete;
     void end() const&& = delete;
+    /** Whether there is none of that name. */
     bool empty() const noexcept { return !first_; }
 
 private:

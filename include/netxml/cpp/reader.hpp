@@ -16,16 +16,16 @@ inline namespace face {
 
 /** An attribute of a start tag. What there is not is the empty text. */
 struct EventAttribute {
-    std::string_view name;
-    std::string_view prefix;
-    std::string_view namespaceName;
-    std::string_view value;
+    std::string_view name;          /**< without its prefix */
+    std::string_view prefix;        /**< as the document has it */
+    std::string_view namespaceName; /**< what the prefix stands for */
+    std::string_view value;         /**< with references resolved */
 };
 
 /** A namespace declaration of a start tag. */
 struct EventDeclaration {
-    std::string_view prefix; /**< empty for the default namespace */
-    std::string_view namespaceName;
+    std::string_view prefix;        /**< empty for the default namespace */
+    std::string_view namespaceName; /**< empty where that is undeclared */
 };
 
 namespace detail {
@@ -96,13 +96,13 @@ private:
 
 }  // namespace detail
 
-/** A start tag, during its event. */
+/** A start tag, during its event. What there is not is the empty text. */
 struct StartTag {
-    std::string_view name;
-    std::string_view prefix;
-    std::string_view namespaceName;
-    detail::EventList<EventAttribute, 5> attributes;
-    detail::EventList<EventDeclaration, 2> declarations;
+    std::string_view name;                               /**< without its prefix */
+    std::string_view prefix;                             /**< as the document has it */
+    std::string_view namespaceName;                      /**< of its prefix, or the default one */
+    detail::EventList<EventAttribute, 5> attributes;     /**< a range of them, in their order */
+    detail::EventList<EventDeclaration, 2> declarations; /**< a range of them, in their order */
 
     /** The value of the attribute of that name in no namespace, if there is one. */
     std::optional<std::string_view> attribute(std::string_view wanted) const noexcept
@@ -114,11 +114,11 @@ struct StartTag {
     }
 };
 
-/** An end tag, during its event. */
+/** An end tag, during its event. What there is not is the empty text. */
 struct EndTag {
-    std::string_view name;
-    std::string_view prefix;
-    std::string_view namespaceName;
+    std::string_view name;          /**< without its prefix */
+    std::string_view prefix;        /**< as the document has it */
+    std::string_view namespaceName; /**< of its prefix, or the default one */
 };
 
 namespace detail {
@@ -300,6 +300,13 @@ template <class Handler>
 Status read(const Chunks& chunks, Handler& handler)
 {
     return detail::readEvents(chunks, handler);
+}
+
+/** The same for literals: `netxml::read({"<a>", "</a>"}, handler)`. */
+template <class Piece, class Handler, class = detail::IfLiterals<Piece>>
+Status read(std::initializer_list<Piece> pieces, Handler& handler)
+{
+    return detail::readEvents(Chunks(pieces), handler);
 }
 
 /** The same for a file. */

@@ -34,7 +34,7 @@ enum class ErrorKind {
 
 /** What went wrong, and where. */
 struct Error {
-    ErrorKind kind = ErrorKind::Misuse;
+    ErrorKind kind = ErrorKind::Misuse;  /**< Misuse where there is no error */
     XML_ErrorCode code = XML_ERROR_NONE; /**< of the parser (parser.h); 0 if it did not speak */
     uint32_t line = 0;                   /**< from 1; 0 where there is no place */
     uint32_t column = 0;                 /**< in characters, from 1; 0 where there is no place */
@@ -98,9 +98,11 @@ inline Error noMemory()
 template <class T>
 class [[nodiscard]] Result {
 public:
-    using value_type = T;
+    using value_type = T; /**< what there is if all went well */
 
+    /** A value. */
     Result(T value) : held_{std::in_place_index<0>, std::move(value)} {}
+    /** An error instead of a value. */
     Result(Error error) : held_{std::in_place_index<1>, std::move(error)} {}
     /** From the result of something that converts. */
     template <class Other, class = std::enable_if_t<std::is_convertible_v<Other, T> &&
@@ -114,25 +116,34 @@ public:
     /** Whether there is a value. */
     explicit operator bool() const noexcept { return held_.index() == 0; }
 
+    /** The value; aborts where there is none. */
     T& value() & { return *held(); }
+    /** The value, which cannot be changed; aborts where there is none. */
     const T& value() const& { return *held(); }
+    /** The value, moved out of a temporary result; aborts where there is none. */
     T value() && { return std::move(*held()); }
 
+    /** The value; aborts where there is none, too. */
     T& operator*() & { return *held(); }
+    /** The value, which cannot be changed; aborts where there is none, too. */
     const T& operator*() const& { return *held(); }
+    /** The value, moved out of a temporary result; aborts where there is none, too. */
     T operator*() && { return std::move(*held()); }
 
+    /** A member of the value; aborts where there is none. */
     T* operator->() & { return held(); }
+    /** A member of the value, which cannot be changed; aborts where there is none. */
     const T* operator->() const& { return held(); }
     void operator->() && = delete;
     void operator->() const&& = delete;
 
-    /** The value, or `other` instead of an error. */
+    /** A copy of the value, or `other` instead of an error. */
     template <class Other>
     T value_or(Other&& other) const&
     {
         return *this ? *held() : static_cast<T>(std::forward<Other>(other));
     }
+    /** The value, moved out of a temporary result, or `other` instead of an error. */
     template <class Other>
     T value_or(Other&& other) &&
     {
@@ -146,6 +157,7 @@ public:
         const Error* error = std::get_if<1>(&held_);
         return error ? *error : none;
     }
+    /** The error, moved out of a temporary result. */
     Error error() &&
     {
         Error* error = std::get_if<1>(&held_);
@@ -188,9 +200,11 @@ private:
 template <>
 class [[nodiscard]] Result<void> {
 public:
-    using value_type = void;
+    using value_type = void; /**< a success carries nothing */
 
+    /** Success. */
     Result() = default;
+    /** An error. */
     Result(Error error) : error_{std::move(error)} {}
 
     /** Whether it went well. */
@@ -208,6 +222,7 @@ public:
         static const Error none{};
         return error_ ? *error_ : none;
     }
+    /** The error, moved out of a temporary result. */
     Error error() && { return error_ ? *std::move(error_) : Error{}; }
 
     /** The result of `next`; an error stays what it is. */

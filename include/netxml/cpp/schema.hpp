@@ -23,6 +23,7 @@ struct [[nodiscard]] Verdict {
     std::string detail;                   /**< codes 3 and 4: what is wrong with the value */
     ConstNode node;                       /**< what `path` leads to; ends with the tree */
 
+    /** Whether nothing is wrong. */
     bool valid() const noexcept { return code == SCHEMA_VALID; }
 };
 
@@ -56,6 +57,7 @@ public:
     {
         Schema schema;
         if (!schema.begin()) return refused();
+        schema.state_->objects.reserve(objects.size());
         for (const Schema_Object& object : objects) {
             if (Schema_RegTopObject(&schema.state_->root, &object) != XML_RET_OK) return refused();
             schema.state_->objects.push_back(object);
@@ -65,6 +67,13 @@ public:
 
     /** Validates a document. ErrorKind::Schema if the schema is broken, or memory ran out. */
     Result<Verdict> validate(const Document& document) const { return validate(document.root()); }
+    /** The same for a temporary document: the verdict has no `node`, which would end with it. */
+    Result<Verdict> validate(Document&& document) const
+    {
+        Result<Verdict> verdict = validate(document);
+        if (verdict) verdict->node = {};
+        return verdict;
+    }
     /** Validates an element as if it were a document's root. */
     Result<Verdict> validate(ConstElement element) const
     {

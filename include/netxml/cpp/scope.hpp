@@ -102,6 +102,7 @@ public:
         open_.push_back({names_.size(), bindings_.size(), name.prefix().size()});
         names_ += qualified(name);
         attributes_.clear();
+        relied_.clear();
     }
     void close()
     {
@@ -118,14 +119,34 @@ public:
         return name;
     }
 
-    // Declares a prefix on the innermost element; false if that declares it already otherwise.
+    // Declares a prefix on the innermost element; false if that declares it already otherwise, or
+    // relies on what it stands for from above.
     bool declare(std::string_view prefix, std::string_view name)
     {
+        for (const Binding& binding : relied_) {
+            if (binding.prefix == prefix && binding.name != name) return false;
+        }
         for (const Binding& binding : declared()) {
             if (binding.prefix == prefix) return binding.name == name;
         }
         bindings_.push_back({std::string{prefix}, std::string{name}});
         return true;
+    }
+    // A name of the innermost element was asked for in a namespace that its prefix stands for.
+    void relyOn(std::string_view prefix, std::string_view name)
+    {
+        for (const Binding& binding : relied_) {
+            if (binding.prefix == prefix) return;
+        }
+        relied_.push_back({std::string{prefix}, std::string{name}});
+    }
+    // Whether a name of the innermost element has that prefix.
+    bool hasPrefix(std::string_view prefix) const noexcept
+    {
+        if (prefixOfElement() == prefix) return true;
+        return std::any_of(attributes_.begin(), attributes_.end(), [&](const Attribute& attribute) {
+            return attribute.prefix() == prefix;
+        });
     }
     Part<Binding> declared() const noexcept
     {
@@ -150,7 +171,7 @@ public:
     // What is wrong with the start tag now that all of it is known; NULL if nothing is.
     const char* check() const
     {
-        const std::string_view prefix{name().data(), open_.back().prefixSize};
+        const std::string_view prefix = prefixOfElement();
         if (!prefix.empty() && !find(prefix)) return kUndeclared;
         std::vector<std::tuple<std::string_view, std::string_view>> expanded;
         for (const Attribute& attribute : attributes_) {
@@ -172,6 +193,10 @@ private:
         std::size_t prefixSize;
     };
 
+    std::string_view prefixOfElement() const noexcept
+    {
+        return {name().data(), open_.back().prefixSize};
+    }
     static std::string qualified(const Name& name)
     {
         std::string text{name.prefix()};
@@ -183,6 +208,7 @@ private:
     std::vector<Open> open_;
     std::vector<Binding> bindings_;
     std::vector<Attribute> attributes_;
+    std::vector<Binding> relied_;  // of the start tag in the making, from above it
 };
 
 }  // namespace detail

@@ -22,17 +22,31 @@ inline const uint8_t* bytesOf(std::string_view text) noexcept
     return reinterpret_cast<const uint8_t*>(text.data());
 }
 
+// Pieces of these types in braces are pieces: they are no bounds of one text, as C++20 would have
+// it.
+template <class Piece>
+using IfLiterals = std::enable_if_t<std::is_convertible_v<Piece, const char*>>;
+
+// Whether what an iterator gives can be viewed later: what it makes anew may own its text.
+template <class Piece>
+inline constexpr bool kStays = std::is_reference_v<Piece> || std::is_pointer_v<Piece> ||
+                               std::is_same_v<std::remove_cv_t<Piece>, std::string_view>;
+
 }  // namespace detail
 
 /**
- * A text in pieces, made of any container of what std::string_view can view. The pieces stay where
+ * A text in pieces, made of any container of what becomes a std::string_view. The pieces stay where
  * they are, and must live as long as it is used.
  */
 class Chunks {
 public:
+    /** Of a list: `{"<a>", "</a>"}`. */
     Chunks(std::initializer_list<std::string_view> pieces) { take(pieces); }
+    /** Of a container whose elements stay: a vector of strings, of views, ... */
     template <class Container,
-              class = decltype(std::string_view(*std::declval<const Container&>().begin()))>
+              class = decltype(detail::viewOf(*std::declval<const Container&>().begin())),
+              class = std::enable_if_t<
+                  detail::kStays<decltype(*std::declval<const Container&>().begin())>>>
     explicit Chunks(const Container& pieces)
     {
         take(pieces);
@@ -40,14 +54,17 @@ public:
     Chunks(const Chunks&) = delete;
     Chunks& operator=(const Chunks&) = delete;
 
+    /** XML_DOM_BuildTreeByMemList() of the pieces. Document::parse() calls it. */
     XML_DOM_Node* build(uint32_t size, char* report) const noexcept
     {
         return XML_DOM_BuildTreeByMemList(&list_, size, report);
     }
+    /** XML_Parser_ByMemList() of the pieces. netxml::read() calls it. */
     uint32_t read(const XML_SAX_Handler& handler) const noexcept
     {
         return XML_Parser_ByMemList(&list_, &handler);
     }
+    /** Whether no piece holds a byte. */
     bool empty() const noexcept
     {
         for (const XML_IO_MemChunk& chunk : chunks_) {
@@ -55,15 +72,17 @@ public:
         }
         return true;
     }
-    /** Not of a file. */
+    /** NULL: pieces are no file. */
     static constexpr const char* path() noexcept { return nullptr; }
 
 private:
     template <class Container>
     void take(const Container& pieces)
     {
-        for (const std::string_view piece : pieces)
+        for (auto&& given : pieces) {
+            const std::string_view piece = detail::viewOf(given);
             chunks_.push_back({nullptr, piece.size(), detail::bytesOf(piece)});
+        }
         for (std::size_t at = 1; at < chunks_.size(); ++at) chunks_[at - 1].next = &chunks_[at];
         list_.first = chunks_.empty() ? nullptr : chunks_.data();
     }

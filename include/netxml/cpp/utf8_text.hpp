@@ -29,11 +29,13 @@ class [[nodiscard]] Text {
 public:
     /** No text: it does not exist and reads as the empty one. */
     Text() noexcept = default;
+    /** Takes over what the other one views or owns; that is no text then. */
     Text(Text&& other) noexcept
         : data_{std::exchange(other.data_, nullptr)}, size_{std::exchange(other.size_, 0)},
           owned_{std::exchange(other.owned_, nullptr)}, failed_{other.failed_}
     {
     }
+    /** Trades with the other one, so that what this one owned ends with that. */
     Text& operator=(Text&& other) noexcept
     {
         std::swap(data_, other.data_);
@@ -60,22 +62,34 @@ public:
     bool exists() const noexcept { return data_ != nullptr; }
     /** Whether it could not be read: then it is U+FFFD. */
     bool failed() const noexcept { return failed_; }
+    /** Whether it has no characters, as one that does not exist has none. */
     bool empty() const noexcept { return size_ == 0; }
+    /** In bytes of UTF-8. */
     std::size_t size() const noexcept { return size_; }
 
+    /** A view of it, good as long as both this object and the node stay as they are. */
     std::string_view view() const& noexcept { return {data_, size_}; }
     void view() const&& = delete;
+    /** view(), so that it goes where a std::string_view is wanted. */
     operator std::string_view() const& noexcept { return {data_, size_}; }
     operator std::string_view() const&& = delete;
 
+    /** A copy to keep. */
     std::string str() const { return std::string{std::string_view{data_, size_}}; }
 
+    /** Whether both read alike, byte by byte; one that does not exist reads as the empty one. */
     friend bool operator==(const Text& a, const Text& b) noexcept { return a.view() == b.view(); }
+    /** Whether they read differently. */
     friend bool operator!=(const Text& a, const Text& b) noexcept { return a.view() != b.view(); }
+    /** Orders by bytes, which for UTF-8 is the order of code points. */
     friend bool operator<(const Text& a, const Text& b) noexcept { return a.view() < b.view(); }
+    /** Whether it reads as `b` does. */
     friend bool operator==(const Text& a, std::string_view b) noexcept { return a.view() == b; }
+    /** Whether it reads otherwise than `b`. */
     friend bool operator!=(const Text& a, std::string_view b) noexcept { return a.view() != b; }
+    /** Whether it reads as `a` does. */
     friend bool operator==(std::string_view a, const Text& b) noexcept { return a == b.view(); }
+    /** Whether it reads otherwise than `a`. */
     friend bool operator!=(std::string_view a, const Text& b) noexcept { return a != b.view(); }
 
 private:
@@ -107,6 +121,7 @@ private:
     bool failed_ = false;
 };
 
+/** Prints view(). */
 template <class Traits>
 std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& out,
                                              const Text& text)
@@ -117,16 +132,22 @@ std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& o
 /** A text in UTF-8 as an argument, from whatever is one. It lives as long as the call. */
 class TextArg {
 public:
+    /** The empty text. */
     TextArg() noexcept = default;
+    /** A terminated text; NULL is the empty one. */
     TextArg(const char* text) noexcept : view_{text ? text : ""} {}
+    /** A text of that size, with whatever zero bytes it holds. */
     TextArg(std::string_view text) noexcept : view_{text} {}
+    /** A string, with whatever zero bytes it holds. */
     TextArg(const std::string& text) noexcept : view_{text} {}
+    /** A text of a tree; one that does not exist is the empty one. */
     TextArg(const Text& text) noexcept : view_{text} {}
 
+    /** The text where the caller has it. */
     std::string_view view() const noexcept { return view_; }
 
 private:
-    std::string_view view_{"", 0};
+    std::string_view view_{""};
 };
 
 /**
@@ -138,11 +159,13 @@ private:
  */
 class Name {
 public:
+    /** "name" or "prefix:name", with no word on the namespace. It is not checked here. */
     template <class Arg, class = std::enable_if_t<std::is_convertible_v<const Arg&, TextArg>>>
     Name(const Arg& qualified) noexcept
     {
         split(TextArg{qualified}.view());
     }
+    /** "name" or "prefix:name" in that namespace; the empty one is none. It is not checked here. */
     Name(TextArg qualified, TextArg namespaceName) noexcept : namespace_{namespaceName.view()}
     {
         split(qualified.view());
@@ -152,7 +175,7 @@ public:
     std::string_view prefix() const noexcept { return prefix_; }
     /** The name without its prefix. */
     std::string_view local() const noexcept { return local_; }
-    /** The namespace asked for; the empty text is none. */
+    /** The namespace asked for, if one is; the empty text asks for none. */
     std::optional<std::string_view> namespaceName() const noexcept { return namespace_; }
 
 private:

@@ -8,13 +8,15 @@
 #include "netxml/cpp/scope.hpp"
 #include "netxml/dom.h"
 
+#include <memory>
+
 namespace netxml {
 inline namespace face {
 
 /** How a Writer writes. */
 struct WriterOptions {
-    XML_Encoding encoding = XML_ENCODING_UTF_8;
-    bool declaration = true; /**< begin with the XML declaration */
+    XML_Encoding encoding = XML_ENCODING_UTF_8; /**< of what the sink gets */
+    bool declaration = true;                    /**< begin with the XML declaration */
 };
 
 /**
@@ -34,8 +36,10 @@ struct WriterOptions {
  * the start that uses it). The first error stays, and nothing is written after it; finish() returns
  * it.
  *
- * Texts are escaped as the library does (dom.h), and so that parsing gives them back: blanks at the
- * ends as references, and, unlike there, the double quote in a value. Nothing is added for looks.
+ * Texts are escaped as the library does (dom.h), and so that any parser gives them back: blanks at
+ * the ends as references, and, unlike there, every carriage return, and in a value the double quote
+ * and every line feed and tab. CDATA sections and comments are written as they are. Nothing is
+ * added for looks.
  *
  * A writer neither owns nor closes what it writes to.
  */
@@ -51,21 +55,25 @@ public:
                  options}
     {
     }
-    /** Writes to an open file. */
+    /** Writes to an open file; for NULL, which a file that cannot be opened is, as if that failed.
+     */
     explicit Writer(std::FILE* sink, WriterOptions options = {})
         : Writer{sink,
                  [](void* to, const char* bytes, std::size_t size) {
-                     return std::fwrite(bytes, 1, size, static_cast<std::FILE*>(to)) == size;
+                     return to && std::fwrite(bytes, 1, size, static_cast<std::FILE*>(to)) == size;
                  },
                  options}
     {
     }
-    /** Calls `sink(std::string_view)`, which returns nothing, or false if it failed. */
+    /**
+     * Calls `sink(std::string_view)`, which returns nothing, or false if it failed. An object that
+     * can be called must live as long as the writer; what it throws ends the program.
+     */
     template <class Sink, class = std::enable_if_t<std::is_invocable_v<Sink&, std::string_view>>>
     explicit Writer(Sink& sink, WriterOptions options = {})
-        : Writer{const_cast<void*>(static_cast<const void*>(&sink)),
-                 [](void* to, const char* bytes, std::size_t size) {
-                     Sink& called = *static_cast<Sink*>(to);
+        : Writer{addressOf(sink),
+                 [](void* to, const char* bytes, std::size_t size) noexcept {
+                     Sink& called = *reinterpret_cast<Sink*>(to);
                      const std::string_view piece{bytes, size};
                      if constexpr (std::is_void_v<std::invoke_result_t<Sink&, std::string_view>>)
                          return called(piece), true;
@@ -96,7 +104,7 @@ public:
         if (!checkText(namespaceName.view()) || !checkNamespace(prefix, namespaceName))
             return *this;
         if (!scope_.declare(prefix.view(), namespaceName.view()))
-            fail(ErrorKind::Misuse, "the prefix is declared there already");
+            fail(ErrorKind::Misuse, "the prefix stands for another namespace there already");
         return *this;
     }
     /** Gives the element just opened an attribute. */
@@ -107,14 +115,19 @@ public:
             return fail(ErrorKind::Argument, "declare() declares namespaces");
         if (name.namespaceName() && name.namespaceName()->empty() != name.prefix().empty())
             return fail(ErrorKind::Argument, "an attribute has a prefix if it has a namespace");
-        if (name.namespaceName() && !name.prefix().empty()) declareFor(name);
+        if (name.namespaceName() && !name.prefix().empty()) {
+            const std::string* bound = scope_.find(name.prefix());
+            if (bound && *bound != *name.namespaceName() && scope_.hasPrefix(name.prefix()))
+                return fail(ErrorKind::Misuse, "the prefix stands for another namespace there");
+            declareFor(name);
+        }
         scope_.add(name, value.view());
         return *this;
     }
     /** Writes a text. */
     Writer& text(TextArg text)
     {
-        if (inContent(text.view())) putEscaped(text.view());
+        if (inContent(text.view())) putText(text.view(), "\r");
         return *this;
     }
     /** Writes a CDATA section, or two where the text holds the end of one. */
@@ -182,6 +195,13 @@ public:
 private:
     using Sink = bool (*)(void* to, const char* bytes, std::size_t size);
 
+    template <class Callable>
+    static void* addressOf(Callable& sink) noexcept
+    {
+        if constexpr (std::is_function_v<Callable>) return reinterpret_cast<void*>(&sink);
+        else return const_cast<void*>(static_cast<const void*>(std::addressof(sink)));
+    }
+
     Writer(void* to, Sink sink, WriterOptions options) : to_{to}, sink_{sink}, options_{options}
     {
         if (options.encoding == XML_ENCODING_UTF_8) return;
@@ -238,6 +258,7 @@ private:
         if (bound ? *bound != *name.namespaceName()
                   : !name.namespaceName()->empty() || !name.prefix().empty())
             declare(name.prefix(), *name.namespaceName());
+        else scope_.relyOn(name.prefix(), *name.namespaceName());
     }
     bool inContent(std::string_view text)
     {
@@ -291,12 +312,22 @@ private:
     {
         put("=\"");
         for (std::size_t at = 0; (at = value.find('"')) != std::string_view::npos;) {
-            putEscaped({value.data(), at});
+            putText({value.data(), at}, "\r\n\t");
             put("&quot;");
             value.remove_prefix(at + 1);
         }
-        putEscaped(value);
+        putText(value, "\r\n\t");
         put("\"");
+    }
+    // A text in which these blanks do not stand for themselves, wherever they are: each is the end
+    // of a piece, where the library writes a reference.
+    void putText(std::string_view text, const char* blanks)
+    {
+        for (std::size_t at = 0; (at = text.find_first_of(blanks)) != std::string_view::npos;) {
+            putEscaped({text.data(), at + 1});
+            text.remove_prefix(at + 1);
+        }
+        putEscaped(text);
     }
     void putEscaped(std::string_view text)
     {
