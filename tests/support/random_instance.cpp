@@ -150,7 +150,8 @@ void InstanceMaker::fill(InstanceNode& node, const Schema_ElementDecl* decl, uns
 
 void InstanceMaker::fillComplex(InstanceNode& node, const Schema_ComplexType& type, unsigned depth)
 {
-    if (depth < 5) addContent(node.children, type, depth);
+    // What must be there may be there again and again below itself: at some point it is left out.
+    if (depth < 5 && room_ > -200) addContent(node.children, type, depth);
     const bool simple = type.derivation && type.derivation->kind >= SCHEMA_KIND_SIMPLE_RESTRICTION;
     if (simple) addText(node, simpleContent(type));
     if (type.mixed && random_.percent(40)) addText(node, "mixed");
