@@ -8,7 +8,7 @@ from __future__ import annotations
 
 import re
 
-from roff import code, line
+from roff import code, example, line
 
 
 def section(text: str, title: str) -> str:
@@ -68,14 +68,7 @@ def roff_of(text: str) -> list[str]:
     ):
         if number % 2:
             lines = part.split("\n")[1:]
-            result += [
-                ".PP",
-                ".RS 4",
-                ".nf",
-                *(line(code(one)) for one in lines if one or lines[-1] != one),
-                ".fi",
-                ".RE",
-            ]
+            result += example([one for one in lines if one or lines[-1] != one])
             continue
         for block in re.split(r"\n\s*\n", part.strip("\n")):
             if not block.strip():

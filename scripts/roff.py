@@ -12,6 +12,11 @@ def code(text: str) -> str:
     return "".join(SPECIAL.get(character, character) for character in text)
 
 
+def example(lines: list[str]) -> list[str]:
+    """Lines of code, as they are."""
+    return [".PP", ".RS 4", ".nf", *(line(code(one)) for one in lines), ".fi", ".RE"]
+
+
 def line(text: str) -> str:
     """A line of output: roff takes what begins with a full stop or an apostrophe for a request."""
     return r"\&" + text if text[:1] in (".", "'") else text
@@ -38,14 +43,7 @@ def paragraphs(comment: str, first: str = ".PP") -> list[str]:
     before = first
     for number, part in enumerate(re.split(r"@(?:end)?code\n?", comment)):
         if number % 2:
-            result += [
-                ".PP",
-                ".RS 4",
-                ".nf",
-                *(line(code(one)) for one in part.strip("\n").split("\n")),
-                ".fi",
-                ".RE",
-            ]
+            result += example(part.strip("\n").split("\n"))
             continue
         for block in re.split(r"\n\s*\n", part.strip("\n")):
             if not block.strip():
