@@ -163,7 +163,8 @@ private:
     [[gnu::always_inline]] bool follows(const std::uint8_t* name, std::size_t size) noexcept
     {
         const std::uint8_t* start = p;
-        if (static_cast<std::size_t>(tagEnd - p) <= size) return false;
+        // Behind a text, "</" may reach beyond the end.
+        if (p >= tagEnd || static_cast<std::size_t>(tagEnd - p) <= size) return false;
         p += size;
         if (static_cast<std::size_t>(bufferEnd - p) >= kSpanSlack)
             return sameBlocks(start, name, size);

@@ -185,6 +185,10 @@ TEST(Differential, ScannerAgreesWithThePlainRules)
 // excerpt shows where the window was moved.
 TEST(Differential, NothingDependsOnWhereAWindowEnds)
 {
+    // Longer than the look-ahead: its end tag reaches beyond the window.
+    const std::string name(100, 'n');
+    const std::string longElement = "<" + name + ">t</" + name + ">";
+    const char* const longName = longElement.c_str();
     const char* const constructs[] = {"<b/>",
                                       "<b c='1'/>",
                                       "<b c='1' />",
@@ -196,7 +200,9 @@ TEST(Differential, NothingDependsOnWhereAWindowEnds)
                                       "<p:b p:c=''/>",
                                       "<b xmlns='u'/>",
                                       "\xE4\xB8\xAD\xE6\x96\x87<b/>",
-                                      "<b><c><d/></c></b>"};
+                                      "<b><c><d/></c></b>",
+                                      "<b>t</>",
+                                      longName};
     for (const char* construct : constructs) {
         for (std::size_t size = 900; size < 1060; size += caseStep(9)) {
             std::string document = "<a xmlns:p='u'>";
