@@ -181,37 +181,66 @@ TEST(Differential, ScannerAgreesWithThePlainRules)
     EXPECT_LT(wellFormed, count - count / 20);
 }
 
+// What lies around a border in turn. The last one's end tag is longer than the look-ahead.
+std::vector<std::string> constructs()
+{
+    const std::string name(100, 'n');
+    return {"<b/>",
+            "<b c='1'/>",
+            "<b c='1' />",
+            "<b>t</b>",
+            "<b>t</b >",
+            "<b >t </b>",
+            "\n  <b/>\n",
+            "t]]t<b/>",
+            "<p:b p:c=''/>",
+            "<p:b>t</p:b>",
+            "<b xmlns='u'/>",
+            "\xE4\xB8\xAD\xE6\x96\x87<b/>",
+            "<b><c><d/></c></b>",
+            "<b>t</>",
+            "<" + name + ">t</" + name + ">"};
+}
+
 // Each construct at each place around the end of a window, with an error soon behind it, whose
 // excerpt shows where the window was moved.
 TEST(Differential, NothingDependsOnWhereAWindowEnds)
 {
-    // Longer than the look-ahead: its end tag reaches beyond the window.
-    const std::string name(100, 'n');
-    const std::string longElement = "<" + name + ">t</" + name + ">";
-    const char* const longName = longElement.c_str();
-    const char* const constructs[] = {"<b/>",
-                                      "<b c='1'/>",
-                                      "<b c='1' />",
-                                      "<b>t</b>",
-                                      "<b>t</b >",
-                                      "<b >t </b>",
-                                      "\n  <b/>\n",
-                                      "t]]t<b/>",
-                                      "<p:b p:c=''/>",
-                                      "<b xmlns='u'/>",
-                                      "\xE4\xB8\xAD\xE6\x96\x87<b/>",
-                                      "<b><c><d/></c></b>",
-                                      "<b>t</>",
-                                      longName};
-    for (const char* construct : constructs) {
+    for (const std::string& construct : constructs()) {
         for (std::size_t size = 900; size < 1060; size += caseStep(9)) {
             std::string document = "<a xmlns:p='u'>";
             while (document.size() + 8 < size) document += "<e/>";
             document += std::string(size - document.size(), 'x');
-            document += std::string{construct} + construct + "<f/>t<1";
+            document += construct + construct + "<f/>t<1";
             compareList(document, {}, -1);
             compareFile(document);
             if (HasFatalFailure()) FAIL() << construct << " at " << size;
+        }
+    }
+}
+
+void compareSources(const std::string& document)
+{
+    compareMemory(document, -1);
+    compareList(document, {}, -1);
+    compareFile(document);
+}
+
+// The same where the look-ahead begins to want more than the input has: so far behind the construct
+// is its end. Where the construct is the root, the error comes at once behind it.
+TEST(Differential, NothingDependsOnHowFarTheEndIs)
+{
+    for (const std::string& construct : constructs()) {
+        for (const char* encoding : {"UTF-8", "GB18030"}) {
+            const std::string declared =
+                std::string{"<?xml version='1.0' encoding='"} + encoding + "'?>";
+            for (std::size_t tail = 0; tail < 140; tail += caseStep(9)) {
+                const std::string end(tail, 'x');
+                compareSources(convertTo(encoding, declared + construct + end));
+                compareSources(
+                    convertTo(encoding, declared + "<a xmlns:p='u'>" + construct + "</a>" + end));
+                if (HasFatalFailure()) FAIL() << construct << " " << encoding << " " << tail;
+            }
         }
     }
 }
