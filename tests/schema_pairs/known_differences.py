@@ -234,6 +234,13 @@ _ENGINE = [
         and re.search(r"=(\"\s|'\s|\"[^\"]*\s\"|'[^']*\s')", d.document) is not None,
     ),
     Row(
+        "digits beyond ASCII",
+        r"\d means the ten digits.",
+        lambda d: d.ours.violation in _VALUE_VIOLATIONS
+        and r"\d" in d.schema
+        and not d.document.isascii(),
+    ),
+    Row(
         "names beyond ASCII",
         "every character beyond ASCII may stand in a name.",
         lambda d: d.only_ours_valid

@@ -30,6 +30,8 @@ const ProblemRow kProblems[] = {
      "2:1: error: XML Schema has no simple type \"number\". [2020]", 5},
     {"<xs:element name='a'/>\n<xs:element name='a'/>",
      "3:1: error: the element \"{urn:t}a\" is declared at t.xsd:2 already. [2020]", 5},
+    {"<xs:element name='a'/><xs:element name='a'/>",
+     "2:23: error: the element \"{urn:t}a\" is declared at t.xsd:2 already. [2020]", 5},
     {"<xs:element/>", "2:1: error: a top-level \"element\" needs the attribute \"name\". [2020]",
      5},
     {"<xs:sequence/>", "2:1: error: \"sequence\" cannot stand at the top of a schema. [2020]", 5},

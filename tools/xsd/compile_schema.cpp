@@ -27,9 +27,11 @@ public:
         records_.targetNamespace = set_.targetNamespace();
         records_.files = set_.fileNames();
         for (const auto& [name, component] : set_.ordered(Symbol::Type)) {
-            if (SimpleTypes::isSimple(component))
-                records_.topSimpleTypes.push_back(types_.named(name, component).record);
-            else records_.topComplexTypes.push_back(components_.namedType(name, component));
+            if (SimpleTypes::isSimple(component)) {
+                const SimpleTypeRecord* type = types_.named(name, component).record;
+                // The schema of schemas declares what is built in.
+                if (type->builtin.empty()) records_.topSimpleTypes.push_back(type);
+            } else records_.topComplexTypes.push_back(components_.namedType(name, component));
         }
         for (const auto& [name, component] : set_.ordered(Symbol::Attribute))
             records_.topAttributes.push_back(attributes_.top(name, component));

@@ -157,7 +157,7 @@ void Components::finish()
             record.textType = type.text->record;
             continue;
         }
-        const ContentModel form = engineForm(type.content, diagnostics_);
+        const ContentModel form = engineForm(type.content, checks_, diagnostics_);
         // Text may only stand where there is a content model, if an empty one.
         if (!form.isEmpty() || type.mixed) record.content = groupRecord(form, records_);
     }

@@ -3,6 +3,7 @@
 
 #include "xsd/attribute_uses.hpp"
 #include "xsd/content_model.hpp"
+#include "xsd/model_check.hpp"
 #include "xsd/simple_types.hpp"
 
 #include <deque>
@@ -68,6 +69,7 @@ private:
     SimpleTypes& types_;
     Attributes& attributes_;
     Diagnostics& diagnostics_;
+    ModelChecks checks_;
     std::map<QName, ElementRecord*> tops_;
     std::map<const SchemaNode*, const ElementRecord*> locals_;
     std::map<QName, Type*> named_;

@@ -1,12 +1,19 @@
 #include "xsd/content_choice.hpp"
 
 #include "xsd/model_automaton.hpp"
-#include "xsd/model_check.hpp"
+
+#include <algorithm>
 
 namespace netxml::xsd {
 namespace {
 
-// The forms that are tried, the one as written first.
+// On such a form the engine says what the automaton says; of others documents must tell.
+bool isSure(const ContentModel& form)
+{
+    return isPlain(form) && isDeterministic(withSmallCounts(form));
+}
+
+// The forms that are near what was written, the one as written first.
 std::vector<ContentModel> candidates(const ContentModel& written)
 {
     std::vector<ContentModel> forms;
@@ -30,14 +37,13 @@ std::optional<ContentModel> rebuilt(const ContentModel& written)
 
 }  // namespace
 
-ContentModel engineForm(const ContentModel& meant, Diagnostics& diagnostics)
+ContentModel engineForm(const ContentModel& meant, ModelChecks& checks, Diagnostics& diagnostics)
 {
     ContentModel written = simplified(meant);
     std::optional<std::string> difference;
     std::optional<ContentModel> nearest;
-    const auto suits = [&](const ContentModel& form) {
-        const bool sure = isPlain(form) && isDeterministic(withSmallCounts(form));
-        const auto found = findDifference(written, form, sure ? 0 : kRandomWords);
+    const auto suits = [&](const ContentModel& form, bool sure) {
+        const auto& found = checks.difference(written, form, sure ? 0 : kRandomWords);
         if (sure && found == kTooLarge) return true;
         if (found && !nearest) {
             nearest = form;
@@ -45,14 +51,22 @@ ContentModel engineForm(const ContentModel& meant, Diagnostics& diagnostics)
         }
         return !found;
     };
-    for (const ContentModel& form : candidates(written)) {
-        if (suits(form)) return form;
+    std::vector<ContentModel> forms = candidates(written);
+    const auto firstUncertain = std::stable_partition(forms.begin(), forms.end(), isSure);
+    for (auto form = forms.begin(); form != firstUncertain; ++form) {
+        if (suits(*form, true)) return *form;
     }
-    if (const auto form = rebuilt(written); form && suits(*form)) return *form;
+    const auto other = rebuilt(written);
+    const bool otherIsSure = other && isSure(*other);
+    if (otherIsSure && suits(*other, true)) return *other;
+    for (auto form = firstUncertain; form != forms.end(); ++form) {
+        if (suits(*form, false)) return *form;
+    }
+    if (other && !otherIsSure && suits(*other, false)) return *other;
 
     if (!nearest && groupDepth(written) <= kMostNestedGroups) {
         nearest = written;
-        difference = findDifference(written, written, kRandomWords);
+        difference = checks.difference(written, written, kRandomWords);
         if (!difference) return written;
     }
     if (!nearest) {

@@ -1,6 +1,9 @@
 #include "xsd/content_model.hpp"
 
 #include <algorithm>
+#include <set>
+#include <string_view>
+#include <tuple>
 
 namespace netxml::xsd {
 namespace {
@@ -58,6 +61,53 @@ bool leavesNoGap(std::uint32_t times, const ContentModel& inner)
     return (std::uint64_t{times} + 1) * inner.min <= std::uint64_t{times} * inner.max + 1;
 }
 
+// What two leaves have in common that match the same elements. Declarations of one name in a model
+// have one type.
+auto leafKey(const ContentModel& leaf)
+{
+    const bool isElement = leaf.kind == Kind::Element;
+    const std::string& name = isElement ? leaf.element->name : leaf.wildcard->constraint;
+    const std::string& nameSpace =
+        isElement ? leaf.element->nameSpace : leaf.wildcard->targetNamespace;
+    const int how = isElement ? static_cast<int>(leaf.element->form)
+                              : static_cast<int>(leaf.wildcard->processContents);
+    return std::tuple{leaf.kind, std::string_view{name}, std::string_view{nameSpace}, how};
+}
+
+using LeafKey = decltype(leafKey(ContentModel{}));
+
+// Whether one element that such a leaf matches fits the model, and nothing else is needed.
+bool acceptsOne(const ContentModel& model, const LeafKey& leaf)
+{
+    if (model.max == 0 || (model.min > 1 && !isEmptiableOnce(model))) return false;
+    if (model.isLeaf()) return leafKey(model) == leaf;
+    const auto accepts = [&](const ContentModel& part) { return acceptsOne(part, leaf); };
+    if (model.kind == Kind::Choice)
+        return std::any_of(model.parts.begin(), model.parts.end(), accepts);
+    return std::any_of(model.parts.begin(), model.parts.end(), [&](const ContentModel& part) {
+        return accepts(part) && standsAlone(model, part);
+    });
+}
+
+// Takes out the single elements of a choice that another alternative accepts, too.
+void dropCoveredLeaves(ContentModel& choice)
+{
+    std::set<LeafKey> seen;
+    std::erase_if(choice.parts, [&](const ContentModel& part) {
+        return part.isLeaf() && part.min == 1 && part.max == 1 &&
+               !seen.insert(leafKey(part)).second;
+    });
+    std::vector<ContentModel> others;
+    std::copy_if(choice.parts.begin(), choice.parts.end(), std::back_inserter(others),
+                 [](const ContentModel& part) { return !part.isLeaf() || part.max > 1; });
+    std::erase_if(choice.parts, [&](const ContentModel& part) {
+        if (!part.isLeaf() || part.min != 1 || part.max != 1) return false;
+        const LeafKey key = leafKey(part);
+        return std::any_of(others.begin(), others.end(),
+                           [&](const ContentModel& other) { return acceptsOne(other, key); });
+    });
+}
+
 // A group around one part, as one term; nothing when the two say more than one can.
 std::optional<ContentModel> merged(const ContentModel& outer, const ContentModel& inner)
 {
@@ -97,6 +147,7 @@ ContentModel simplifiedTerm(const ContentModel& model)
         }
     }
     if (result.isEmpty()) return ContentModel{};
+    if (result.kind == Kind::Choice) dropCoveredLeaves(result);
     if (result.kind == Kind::Sequence && isEmptiableOnce(result) && result.min == 0 &&
         result.max == 1)
         result.min = 1;
@@ -206,6 +257,19 @@ std::size_t termCount(const ContentModel& model)
 bool isPlain(const ContentModel& model)
 {
     return isPlainGroup(model, false);
+}
+
+std::string keyText(const ContentModel& model)
+{
+    std::string text = std::to_string(static_cast<int>(model.kind));
+    if (model.isLeaf()) {
+        const auto [kind, name, nameSpace, how] = leafKey(model);
+        text += " " + std::to_string(name.size()) + ":" + std::string{name};
+        text += " " + std::to_string(nameSpace.size()) + ":" + std::string{nameSpace};
+        text += " " + std::to_string(how);
+    }
+    for (const ContentModel& part : model.parts) text += "(" + keyText(part);
+    return text + "{" + std::to_string(model.min) + "," + std::to_string(model.max) + "}";
 }
 
 ContentModel simplified(const ContentModel& model)

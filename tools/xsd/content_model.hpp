@@ -15,6 +15,7 @@
 
 #include <compare>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace netxml::xsd {
@@ -45,9 +46,11 @@ bool isEmptiable(const ContentModel& model);
 unsigned groupDepth(const ContentModel& model);
 std::size_t termCount(const ContentModel& model);
 bool isPlain(const ContentModel& model);
+// The same for two models that differ at most in what their elements hold and where they stand.
+std::string keyText(const ContentModel& model);
 
-// Leaves out what can never occur and groups that only hold one thing. The result is a group. The
-// language stays.
+// Leaves out what can never occur, alternatives that another one covers, and groups that only hold
+// one thing. The result is a group. The language stays.
 ContentModel simplified(const ContentModel& model);
 
 // An equal model that is plain, or nothing when this way finds none.

@@ -132,4 +132,15 @@ std::optional<std::string> findDifference(const ContentModel& meant, const Conte
     return std::nullopt;
 }
 
+const std::optional<std::string>& ModelChecks::difference(const ContentModel& meant,
+                                                          const ContentModel& model,
+                                                          std::size_t randomCount)
+{
+    const std::string key =
+        keyText(meant) + "\n" + keyText(model) + "\n" + std::to_string(randomCount);
+    const auto known = known_.find(key);
+    if (known != known_.end()) return known->second;
+    return known_.emplace(key, findDifference(meant, model, randomCount)).first->second;
+}
+
 }  // namespace netxml::xsd

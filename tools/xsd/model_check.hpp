@@ -5,6 +5,7 @@
 #include "xsd/model_automaton.hpp"
 #include "xsd/records.hpp"
 
+#include <map>
 #include <optional>
 #include <string>
 
@@ -21,5 +22,15 @@ inline constexpr std::size_t kRandomWords = 20000;
 // tried besides; without, only a few altogether.
 std::optional<std::string> findDifference(const ContentModel& meant, const ContentModel& model,
                                           std::size_t randomCount = 0);
+
+// The same, and remembers what was found: a large schema says the same model in many types.
+class ModelChecks {
+public:
+    const std::optional<std::string>&
+    difference(const ContentModel& meant, const ContentModel& model, std::size_t randomCount);
+
+private:
+    std::map<std::string, std::optional<std::string>> known_;
+};
 
 }  // namespace netxml::xsd

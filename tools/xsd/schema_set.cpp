@@ -2,6 +2,7 @@
 
 #include "xsd/xml_attributes.hpp"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace netxml::xsd {
@@ -33,24 +34,41 @@ SchemaSet::SchemaSet(const SchemaOptions& options, Diagnostics& diagnostics)
 {
     for (const std::string& file : options.files)
         waiting_.push_back({file, std::nullopt, true, {}});
+    readWaiting();
+    // What is built in stands back behind a document that another import names.
+    if (xmlImport_ && !hasDocumentOf(kXmlNamespace)) {
+        waiting_.push_back({std::nullopt, std::string{kXmlNamespace}, true, *xmlImport_});
+        readWaiting();
+    }
+    if (documents_.empty()) documents_.push_back({nullptr, {}, false, false, false});
+}
+
+void SchemaSet::readWaiting()
+{
     while (!waiting_.empty()) {
         const Waiting next = waiting_.front();
         waiting_.pop_front();
         read(next);
     }
-    if (documents_.empty()) documents_.push_back({nullptr, {}, false, false, false});
+}
+
+bool SchemaSet::hasDocumentOf(std::string_view nameSpace) const
+{
+    return std::any_of(documents_.begin(), documents_.end(), [&](const SchemaDocument& document) {
+        return document.targetNamespace == nameSpace;
+    });
 }
 
 const SchemaFile* SchemaSet::load(const Waiting& waiting)
 {
-    const std::string key = waiting.path.empty() ? "" : realPath(waiting.path);
+    const std::string key = waiting.path ? realPath(*waiting.path) : "";
     const auto [place, added] = files_.try_emplace(key);
     if (!added) return place->second.get();
     try {
-        place->second = waiting.path.empty()
-                            ? std::make_unique<SchemaFile>("<built in>/xml.xsd", kXmlAttributes)
-                            : std::make_unique<SchemaFile>(waiting.path);
-        if (!waiting.path.empty()) fileNames_.push_back(waiting.path);
+        place->second = waiting.path
+                            ? std::make_unique<SchemaFile>(*waiting.path)
+                            : std::make_unique<SchemaFile>("<built in>/xml.xsd", kXmlAttributes);
+        if (waiting.path) fileNames_.push_back(*waiting.path);
     } catch (const tool::Failure& failure) {
         diagnostics_.add(failure.problem());
         return nullptr;
@@ -103,7 +121,7 @@ void SchemaSet::follow(const SchemaNode& node, const SchemaDocument& document)
         const std::string nameSpace = node.get("namespace");
         if (const auto path = locations_.ofImport(nameSpace, location, document.file->name()))
             waiting_.push_back({*path, nameSpace, true, from});
-        else if (nameSpace == kXmlNamespace) waiting_.push_back({{}, nameSpace, true, from});
+        else if (nameSpace == kXmlNamespace) xmlImport_ = from;
         else missing_.emplace(nameSpace, lineOf(node.place));
         return;
     }
@@ -140,9 +158,7 @@ void SchemaSet::declare(const SchemaNode& node, const SchemaDocument& document)
         return;
     }
     // One document may be reached in two ways; the copies say the same.
-    if (place->second.document->file->name() == document.file->name() &&
-        place->second.node->place.line == node.place.line)
-        return;
+    if (place->second.node == &node) return;
     diagnostics_.error(node.place, "the " + std::string{kSymbolNames[index]} + " \"" + shown(name) +
                                        "\" is declared at " + lineOf(place->second.node->place) +
                                        " already.");

@@ -65,12 +65,14 @@ public:
 
 private:
     struct Waiting {
-        std::string path;                      // empty: the document that is built in
+        std::optional<std::string> path;       // nothing: the document that is built in
         std::optional<std::string> nameSpace;  // of the document that includes it
         bool imported;
         Component from;
     };
 
+    void readWaiting();
+    bool hasDocumentOf(std::string_view nameSpace) const;
     void read(const Waiting& waiting);
     const SchemaFile* load(const Waiting& waiting);
     void follow(const SchemaNode& node, const SchemaDocument& document);
@@ -83,6 +85,7 @@ private:
     std::deque<SchemaDocument> documents_;
     std::set<std::pair<const SchemaFile*, std::string>> known_;
     std::deque<Waiting> waiting_;
+    std::optional<Component> xmlImport_;  // of the xml: attributes without a document
     Symbols symbols_[5];
     std::vector<std::pair<QName, Component>> ordered_[5];
     std::map<std::string, std::string> missing_;  // namespaces without a document, and who imports
