@@ -111,13 +111,19 @@ const AttributeRecord* Attributes::reference(const Component& at, const QName& n
     return &record;
 }
 
-void Attributes::addUse(AttributeUses& to, const Component& at)
+void Attributes::addUse(AttributeUses& to, std::set<QName>& own, const Component& at)
 {
+    const auto put = [&](const QName& name, const AttributeRecord* record) {
+        if (!own.insert(name).second)
+            diagnostics_.error(at.node->place,
+                               "the attribute \"" + shown(name) + "\" is declared here already.");
+        to.put(name, record);
+    };
     const std::string* written = at.node->find("ref");
     if (written) {
         const auto name = set_.resolve(at, *written);
         const AttributeRecord* record = name ? reference(at, *name) : nullptr;
-        if (record) to.put(*name, record);
+        if (record) put(*name, record);
         return;
     }
     if (!at.node->find("name")) {
@@ -125,7 +131,7 @@ void Attributes::addUse(AttributeUses& to, const Component& at)
         return;
     }
     const AttributeRecord* record = local(at);
-    to.put({record->nameSpace, record->name}, record);
+    put({record->nameSpace, record->name}, record);
 }
 
 // Wildcards beside each other and of groups admit what all of them admit.
@@ -145,9 +151,14 @@ void Attributes::addGroup(AttributeUses& to, const Component& at)
                            "the attribute group \"" + shown(*name) + "\" holds itself.");
         return;
     }
-    open_.push_back(group.node);
-    const AttributeUses inner = declaredIn(group);
-    open_.pop_back();
+    const std::pair key{group.node, group.document};
+    auto known = groups_.find(key);
+    if (known == groups_.end()) {
+        open_.push_back(group.node);
+        known = groups_.emplace(key, declaredIn(group)).first;
+        open_.pop_back();
+    }
+    const AttributeUses& inner = known->second;
     for (const auto& [attribute, record] : inner.uses) to.put(attribute, record);
     if (inner.wildcard) addWildcard(to, *inner.wildcard);
 }
@@ -165,8 +176,9 @@ AttributeUses Attributes::declaredIn(const Component& at)
                                 : SCHEMA_PROCESS_STRICT,
             any->place};
     }
+    std::set<QName> own;
     for (const SchemaNode* node : at.node->children) {
-        if (node->is("attribute")) addUse(result, at.with(node));
+        if (node->is("attribute")) addUse(result, own, at.with(node));
         else if (node->is("attributeGroup")) addGroup(result, at.with(node));
     }
     return result;

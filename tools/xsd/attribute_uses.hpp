@@ -8,6 +8,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace netxml::xsd {
@@ -42,7 +43,7 @@ public:
     void fill(ComplexTypeRecord& type, const AttributeUses& uses);
 
 private:
-    void addUse(AttributeUses& to, const Component& at);
+    void addUse(AttributeUses& to, std::set<QName>& own, const Component& at);
     void addGroup(AttributeUses& to, const Component& at);
     void addWildcard(AttributeUses& to, const AttributeUses::Wildcard& wildcard);
     const AttributeRecord* local(const Component& at);
@@ -58,6 +59,7 @@ private:
     std::map<QName, const AttributeRecord*> tops_;
     std::map<const SchemaNode*, const AttributeRecord*> locals_;
     std::vector<const SchemaNode*> open_;  // attribute groups that are being read
+    std::map<std::pair<const SchemaNode*, const SchemaDocument*>, AttributeUses> groups_;
     const AttributeGroupRecord* instance_ = nullptr;
 };
 

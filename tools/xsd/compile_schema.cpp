@@ -37,6 +37,7 @@ public:
             records_.topAttributes.push_back(attributes_.top(name, component));
         for (const auto& [name, component] : set_.ordered(Symbol::Element))
             records_.topElements.push_back(components_.topElement(name, component));
+        components_.checkGroups();
         components_.finish();
         nameNamespaces();
     }

@@ -74,6 +74,7 @@ void Components::fill(Type& type)
 void Components::fillOne(Type& type)
 {
     const SchemaNode& node = *type.at.node;
+    particles_ = 0;
     type.mixed = isTrue(node.get("mixed"));
     const DerivationNodes nodes = derivationOf(node);
     if (nodes.content && !nodes.derivation) {

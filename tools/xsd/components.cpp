@@ -7,6 +7,11 @@
 #include <set>
 
 namespace netxml::xsd {
+namespace {
+
+constexpr std::size_t kMostParticles = 100000;  // of one content model
+
+}  // namespace
 
 Components::Components(SchemaSet& set, SchemaRecords& records, SimpleTypes& types,
                        Attributes& attributes, Diagnostics& diagnostics)
@@ -16,7 +21,7 @@ Components::Components(SchemaSet& set, SchemaRecords& records, SimpleTypes& type
     for (const auto& [name, component] : set.ordered(Symbol::Element)) {
         const std::string* written = component.node->find("substitutionGroup");
         const auto head = written ? set.resolve(component, *written) : std::nullopt;
-        if (head) members_.emplace(*head, name);
+        if (head && set.find(Symbol::Element, *head, component)) members_.emplace(*head, name);
     }
 }
 
@@ -226,6 +231,25 @@ std::uint32_t Components::bound(const Component& at, const char* name)
     return static_cast<std::uint32_t>(std::min(value, static_cast<unsigned long>(kUnbounded - 1)));
 }
 
+void Components::checkGroups()
+{
+    for (const auto& [name, component] : set_.ordered(Symbol::Group)) {
+        particles_ = 0;
+        openGroups_.push_back(component.node);
+        contentIn(component);
+        openGroups_.pop_back();
+    }
+}
+
+void Components::setBounds(ContentModel& model, const Component& at)
+{
+    model.min = bound(at, "minOccurs");
+    model.max = bound(at, "maxOccurs");
+    model.place = at.node->place;
+    if (model.max < model.min)
+        diagnostics_.error(at.node->place, "\"maxOccurs\" is below \"minOccurs\".");
+}
+
 // The one of the children that is a particle, or an empty group.
 ContentModel Components::contentIn(const Component& at)
 {
@@ -240,6 +264,16 @@ ContentModel Components::contentIn(const Component& at)
 
 ContentModel Components::particle(const Component& at)
 {
+    // Groups that refer to groups may say exponentially more than is written.
+    if (particles_ >= kMostParticles) {
+        if (particles_ == kMostParticles)
+            diagnostics_.error(at.node->place, "with the groups that it refers to, this content "
+                                               "model has more than " +
+                                                   std::to_string(kMostParticles) + " particles.");
+        particles_ = kMostParticles + 1;
+        return ContentModel{};
+    }
+    ++particles_;
     if (at.node->is("element")) return elementParticle(at);
     if (at.node->is("any")) return wildcardParticle(at);
     if (at.node->is("group")) return groupReference(at);
@@ -247,14 +281,12 @@ ContentModel Components::particle(const Component& at)
     ContentModel result = group(at.node->is("choice") ? Kind::Choice
                                 : at.node->is("all")  ? Kind::All
                                                       : Kind::Sequence,
-                                {}, bound(at, "minOccurs"), bound(at, "maxOccurs"));
-    result.place = at.node->place;
+                                {});
+    setBounds(result, at);
     for (const SchemaNode* node : at.node->children) {
         if (node->is("annotation") || node->name.nameSpace != kSchemaNamespace) continue;
         result.parts.push_back(particle(at.with(node)));
     }
-    if (result.max < result.min)
-        diagnostics_.error(at.node->place, "\"maxOccurs\" is below \"minOccurs\".");
     return result;
 }
 
@@ -272,15 +304,9 @@ ContentModel Components::groupReference(const Component& at)
     openGroups_.push_back(target.node);
     result = contentIn(target);
     openGroups_.pop_back();
-    const std::uint32_t min = bound(at, "minOccurs");
-    const std::uint32_t max = bound(at, "maxOccurs");
-    if (result.min == 1 && result.max == 1) {
-        result.min = min;
-        result.max = max;
-    } else {
-        result = group(ContentModel::Kind::Sequence, {result}, min, max);
-    }
-    result.place = at.node->place;
+    if (result.min != 1 || result.max != 1)
+        result = group(ContentModel::Kind::Sequence, {std::move(result)});
+    setBounds(result, at);
     return result;
 }
 
@@ -325,11 +351,7 @@ ContentModel Components::elementParticle(const Component& at)
         diagnostics_.error(at.node->place, "an element needs the attribute \"name\" or \"ref\".");
         return result;
     }
-    result.min = bound(at, "minOccurs");
-    result.max = bound(at, "maxOccurs");
-    result.place = at.node->place;
-    if (result.max < result.min)
-        diagnostics_.error(at.node->place, "\"maxOccurs\" is below \"minOccurs\".");
+    setBounds(result, at);
     return result;
 }
 
@@ -354,9 +376,7 @@ ContentModel Components::wildcardParticle(const Component& at)
         result.parts.push_back(leaf);
     }
     if (result.parts.size() == 1) result = result.parts.front();
-    result.min = bound(at, "minOccurs");
-    result.max = bound(at, "maxOccurs");
-    result.place = at.node->place;
+    setBounds(result, at);
     return result;
 }
 

@@ -18,6 +18,8 @@ public:
 
     const ElementRecord* topElement(const QName& name, const Component& from);
     const ComplexTypeRecord* namedType(const QName& name, const Component& from);
+    // Reads the groups that no type refers to, too, for what is wrong in them.
+    void checkGroups();
     // Fills the types that were only referred to so far.
     void finish();
 
@@ -62,6 +64,7 @@ private:
     ContentModel elementParticle(const Component& at);
     ContentModel wildcardParticle(const Component& at);
     ContentModel substitutes(const QName& head, const Component& at);
+    void setBounds(ContentModel& model, const Component& at);
     std::uint32_t bound(const Component& at, const char* name);
 
     SchemaSet& set_;
@@ -76,6 +79,7 @@ private:
     std::map<const SchemaNode*, Type*> anonymous_;
     std::deque<Type> complexTypes_;
     std::size_t finished_ = 0;
+    std::size_t particles_ = 0;  // of the type that is being filled
     Type* any_ = nullptr;
     std::multimap<QName, QName> members_;  // of substitution groups
     std::vector<const SchemaNode*> openGroups_;

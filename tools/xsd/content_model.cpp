@@ -1,9 +1,8 @@
 #include "xsd/content_model.hpp"
 
 #include <algorithm>
+#include <cstdint>
 #include <set>
-#include <string_view>
-#include <tuple>
 
 namespace netxml::xsd {
 namespace {
@@ -60,21 +59,6 @@ bool leavesNoGap(std::uint32_t times, const ContentModel& inner)
     if (inner.max == kUnbounded) return true;
     return (std::uint64_t{times} + 1) * inner.min <= std::uint64_t{times} * inner.max + 1;
 }
-
-// What two leaves have in common that match the same elements. Declarations of one name in a model
-// have one type.
-auto leafKey(const ContentModel& leaf)
-{
-    const bool isElement = leaf.kind == Kind::Element;
-    const std::string& name = isElement ? leaf.element->name : leaf.wildcard->constraint;
-    const std::string& nameSpace =
-        isElement ? leaf.element->nameSpace : leaf.wildcard->targetNamespace;
-    const int how = isElement ? static_cast<int>(leaf.element->form)
-                              : static_cast<int>(leaf.wildcard->processContents);
-    return std::tuple{leaf.kind, std::string_view{name}, std::string_view{nameSpace}, how};
-}
-
-using LeafKey = decltype(leafKey(ContentModel{}));
 
 // Whether one element that such a leaf matches fits the model, and nothing else is needed.
 bool acceptsOne(const ContentModel& model, const LeafKey& leaf)
@@ -224,6 +208,15 @@ ContentModel unrolledWhereNeeded(const ContentModel& model, bool repeats)
 
 }  // namespace
 
+LeafKey leafKey(const ContentModel& leaf)
+{
+    if (leaf.kind == Kind::Element)
+        return {leaf.kind, leaf.element->name, leaf.element->nameSpace,
+                static_cast<int>(leaf.element->form)};
+    return {leaf.kind, leaf.wildcard->constraint, leaf.wildcard->targetNamespace,
+            static_cast<int>(leaf.wildcard->processContents)};
+}
+
 ContentModel group(Kind kind, std::vector<ContentModel> parts, std::uint32_t min, std::uint32_t max)
 {
     ContentModel result;
@@ -252,6 +245,17 @@ std::size_t termCount(const ContentModel& model)
     std::size_t count = 1;
     for (const ContentModel& part : model.parts) count += termCount(part);
     return count;
+}
+
+std::size_t positionCount(const ContentModel& model)
+{
+    const std::size_t copies = model.max == kUnbounded ? std::max(model.min, 1u) : model.max;
+    std::size_t count = model.isLeaf() ? 1 : 0;
+    for (const ContentModel& part : model.parts) {
+        const std::size_t more = positionCount(part);
+        count = more > SIZE_MAX - count ? SIZE_MAX : count + more;
+    }
+    return copies != 0 && count > SIZE_MAX / copies ? SIZE_MAX : count * copies;
 }
 
 bool isPlain(const ContentModel& model)

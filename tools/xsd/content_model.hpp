@@ -16,6 +16,8 @@
 #include <compare>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace netxml::xsd {
@@ -38,6 +40,11 @@ struct ContentModel {
     bool isEmpty() const { return !isLeaf() && parts.empty(); }
 };
 
+// What two leaves have in common that match the same elements; a wildcard is as strict as the
+// other. Declarations of one name in a model have one type.
+using LeafKey = std::tuple<ContentModel::Kind, std::string_view, std::string_view, int>;
+LeafKey leafKey(const ContentModel& leaf);
+
 ContentModel group(ContentModel::Kind kind, std::vector<ContentModel> parts, std::uint32_t min = 1,
                    std::uint32_t max = 1);
 
@@ -46,6 +53,8 @@ bool isEmptiable(const ContentModel& model);
 unsigned groupDepth(const ContentModel& model);
 std::size_t termCount(const ContentModel& model);
 bool isPlain(const ContentModel& model);
+// How many leaves the model has when its counts are written out; SIZE_MAX for more than that.
+std::size_t positionCount(const ContentModel& model);
 // The same for two models that differ at most in what their elements hold and where they stand.
 std::string keyText(const ContentModel& model);
 

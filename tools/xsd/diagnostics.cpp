@@ -28,11 +28,7 @@ void Diagnostics::report(const SourcePlace& place, std::string message, Problem:
 void Diagnostics::add(const Problem& problem)
 {
     // One mistake may be met on several ways.
-    for (const Problem& known : problems_) {
-        if (known.line == problem.line && known.column == problem.column &&
-            known.message == problem.message && known.file == problem.file)
-            return;
-    }
+    if (!known_.emplace(problem.file, problem.line, problem.column, problem.message).second) return;
     problems_.push_back(problem);
     if (problem.severity == Problem::Severity::Error) failed_ = true;
 }

@@ -4,7 +4,9 @@
 #include "outcome.hpp"
 
 #include <cstdint>
+#include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace netxml::xsd {
@@ -40,6 +42,7 @@ private:
     bool strict_;
     bool failed_ = false;
     std::vector<tool::Problem> problems_;
+    std::set<std::tuple<std::string, std::uint32_t, std::uint32_t, std::string>> known_;
 };
 
 }  // namespace netxml::xsd

@@ -10,23 +10,22 @@ namespace {
 using Kind = ContentModel::Kind;
 using Positions = std::vector<int>;  // sorted
 
-constexpr std::size_t kMostPositions = 3000;
 constexpr std::size_t kMostStates = 3000;
 
-bool sameLeaf(const ContentModel& a, const ContentModel& b)
+// How strictly a wildcard looks into what it takes makes no other symbol.
+LeafKey symbolKey(const ContentModel& leaf)
 {
-    if (a.kind != b.kind) return false;
-    if (a.kind == Kind::Wildcard) {
-        return a.wildcard->constraint == b.wildcard->constraint &&
-               a.wildcard->targetNamespace == b.wildcard->targetNamespace;
-    }
-    return a.element == b.element ||
-           (a.element->name == b.element->name && a.element->nameSpace == b.element->nameSpace &&
-            a.element->form == b.element->form);
+    LeafKey key = leafKey(leaf);
+    if (leaf.kind == Kind::Wildcard) std::get<3>(key) = 0;
+    return key;
 }
 
 void unite(Positions& to, const Positions& other)
 {
+    if (to.empty() || other.empty() || to.back() < other.front()) {
+        to.insert(to.end(), other.begin(), other.end());
+        return;
+    }
     Positions result;
     std::set_union(to.begin(), to.end(), other.begin(), other.end(), std::back_inserter(result));
     to = std::move(result);
@@ -38,6 +37,7 @@ public:
     // False when there are too many.
     bool read(const ContentModel& model)
     {
+        if (positionCount(model) > kMostPositions) return false;
         const Part whole = term(model);
         if (tooLarge_) return false;
         first = whole.first;
@@ -96,17 +96,12 @@ private:
 
     Part leaf(const ContentModel& model)
     {
-        if (symbolAt.size() == kMostPositions) {
-            tooLarge_ = true;
-            return {};
-        }
-        const auto known = std::find_if(symbols.begin(), symbols.end(), [&](const auto& symbol) {
-            return sameLeaf(symbol, model);
-        });
+        const auto [known, added] =
+            symbols_.try_emplace(symbolKey(model), static_cast<int>(symbols.size()));
         const int position = static_cast<int>(symbolAt.size());
-        symbolAt.push_back(static_cast<int>(known - symbols.begin()));
+        symbolAt.push_back(known->second);
         leafAt.push_back(&model);
-        if (known == symbols.end()) {
+        if (added) {
             symbols.push_back(model);
             symbols.back().min = symbols.back().max = 1;
         }
@@ -128,6 +123,7 @@ private:
         for (const int position : from) unite(following[static_cast<std::size_t>(position)], to);
     }
 
+    std::map<LeafKey, int> symbols_;
     bool tooLarge_ = false;
 };
 
@@ -136,7 +132,7 @@ std::optional<ModelAutomaton> determined(const PositionAutomaton& positions)
 {
     struct Key {
         Positions after;  // what was read last; nothing at the start
-        bool start;
+        bool start = false;
         bool operator<(const Key& other) const
         {
             return std::tie(start, after) < std::tie(other.start, other.after);
@@ -158,19 +154,16 @@ std::optional<ModelAutomaton> determined(const PositionAutomaton& positions)
         }
         ModelAutomaton::State state;
         state.accepts = accepts;
-        for (std::size_t symbol = 0; symbol != positions.symbols.size(); ++symbol) {
-            Key next{{}, false};
-            for (const int p : candidates) {
-                if (positions.symbolAt[static_cast<std::size_t>(p)] == static_cast<int>(symbol))
-                    next.after.push_back(p);
-            }
-            if (next.after.empty()) {
-                state.next.push_back(ModelAutomaton::kNone);
-                continue;
-            }
+        state.next.assign(positions.symbols.size(), ModelAutomaton::kNone);
+        std::map<int, Key> ways;  // by symbol
+        for (const int p : candidates) {
+            Key& next = ways[positions.symbolAt[static_cast<std::size_t>(p)]];
+            next.after.push_back(p);
+        }
+        for (const auto& [symbol, next] : ways) {
             const auto [place, added] = known.emplace(next, static_cast<int>(keys.size()));
             if (added) keys.push_back(next);
-            state.next.push_back(place->second);
+            state.next[static_cast<std::size_t>(symbol)] = place->second;
         }
         result.states.push_back(std::move(state));
     }
@@ -231,7 +224,7 @@ bool ModelAutomaton::accepts(const std::vector<int>& word) const
 int ModelAutomaton::symbolOf(const ContentModel& leaf) const
 {
     for (std::size_t i = 0; i != symbols.size(); ++i) {
-        if (sameLeaf(symbols[i], leaf)) return static_cast<int>(i);
+        if (symbolKey(symbols[i]) == symbolKey(leaf)) return static_cast<int>(i);
     }
     return kNone;
 }
@@ -242,12 +235,15 @@ bool isDeterministic(const ContentModel& model)
     if (!positions.read(model)) return false;
     std::vector<Positions> choices = positions.following;
     choices.push_back(positions.first);
+    // By symbol: which leaf it was in which choice.
+    std::vector<std::pair<const Positions*, const ContentModel*>> leaves(positions.symbols.size());
     for (const Positions& choice : choices) {
-        std::map<int, const ContentModel*> leaves;
         for (const int position : choice) {
             const auto index = static_cast<std::size_t>(position);
+            auto& seen = leaves[static_cast<std::size_t>(positions.symbolAt[index])];
             const ContentModel* leaf = positions.leafAt[index];
-            if (leaves.emplace(positions.symbolAt[index], leaf).first->second != leaf) return false;
+            if (seen.first == &choice && seen.second != leaf) return false;
+            seen = {&choice, leaf};
         }
     }
     return true;

@@ -9,6 +9,8 @@
 namespace netxml::xsd {
 
 inline constexpr std::size_t kMostTestWords = 1500;
+inline constexpr std::size_t kMostPositions =
+    3000;  // leaves of a model whose counts are written out
 
 // A deterministic automaton with the fewest states. State 0 is the first one. Symbols are the
 // elements (by name and namespace) and wildcards of the model.

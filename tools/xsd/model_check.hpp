@@ -18,8 +18,8 @@ inline constexpr std::size_t kRandomWords = 20000;
 
 // Validates short documents by `model` with the engine, and compares the verdicts with those of the
 // automaton of `meant`. Returns children on which they differ, as in: "a a b" is accepted; or
-// nothing. Large counts are made small in both. With `randomCount` so many random documents are
-// tried besides; without, only a few altogether.
+// nothing. With `randomCount` so many random documents are tried besides; without, only a few
+// altogether.
 std::optional<std::string> findDifference(const ContentModel& meant, const ContentModel& model,
                                           std::size_t randomCount = 0);
 

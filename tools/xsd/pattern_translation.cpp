@@ -175,7 +175,9 @@ private:
             fail("a count above " + std::to_string(kMostCount));
             return {};
         }
-        const std::size_t all = positions * std::max<std::size_t>(times, 1);
+        // A group that comes once or more is written out once, and once repeated.
+        const bool again = !count.max && count.min != 0 && text.starts_with('(');
+        const std::size_t all = positions * (std::max<std::size_t>(times, 1) + (again ? 1 : 0));
         if (all > kMostCharacters) fail("its counts come to too large an expression");
         if (count.min == 1 && count.max == 1u) return {text, all};
         if (count.min == 0 && !count.max) return {text + "*", all};

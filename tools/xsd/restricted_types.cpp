@@ -102,6 +102,12 @@ void SimpleTypes::addPatterns(const Facets& facets, SimpleTypeRecord& to, Simple
     if (expressions.empty()) return;
     // Of several in one step one must match.
     const std::string all = alternativesOf(expressions);
+    if (isTooLong(all)) {
+        diagnostics_.approximate(facets.patterns.front()->place,
+                                 "this pattern is not checked: with the others beside it it comes "
+                                 "to too large an expression.");
+        return;
+    }
     to.facets.push_back(isCollapsed(type) ? collapsedPatternFacet(all) : patternFacet(all));
     if (!type.isList) {
         type.expression = all;
@@ -239,6 +245,7 @@ void SimpleTypes::addEnumerations(const SimpleType& base, const Facets& facets,
         }
     }
     type.expression = alternativesOf(numbers.empty() ? texts : numbers);
+    if (isTooLong(type.expression)) type.expression.clear();
     type.loose = false;
     type.ascii = ascii;
 }

@@ -1,5 +1,6 @@
 #include "xsd/schema_set.hpp"
 
+#include "xsd/schema_grammar.hpp"
 #include "xsd/xml_attributes.hpp"
 
 #include <algorithm>
@@ -74,7 +75,10 @@ const SchemaFile* SchemaSet::load(const Waiting& waiting)
         return nullptr;
     }
     const SchemaNode& root = place->second->root();
-    if (root.is("schema")) return place->second.get();
+    if (root.is("schema")) {
+        checkGrammar(*place->second, diagnostics_);
+        return place->second.get();
+    }
     diagnostics_.error(root.place, "a schema document begins with \"schema\" of the namespace " +
                                        std::string{kSchemaNamespace} + ", not with \"" +
                                        shown(root.name) + "\".");

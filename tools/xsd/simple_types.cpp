@@ -254,6 +254,8 @@ const SimpleType& SimpleTypes::listOf(const SimpleType& item, SimpleTypeRecord& 
     type.isList = true;
     type.ascii = item.ascii;
     type.item = item.expression;
+    if (item.isList) diagnostics_.error(at, "the items of a list cannot be lists themselves.");
+    if (isTooLong(listExpression(type.item, "*"))) type.item.clear();
     if (item.loose || type.item.empty()) {
         diagnostics_.approximate(at, "the items of this list are not checked in full: their type "
                                      "cannot be said by one expression.");
@@ -268,11 +270,15 @@ const SimpleType& SimpleTypes::listOf(const SimpleType& item, SimpleTypeRecord& 
 const SimpleType& SimpleTypes::lowerUnion(const Component& at, SimpleTypeRecord& to)
 {
     std::vector<const SimpleType*> members;
+    const auto addOnce = [&](const SimpleType& member) {
+        if (std::find(members.begin(), members.end(), &member) == members.end())
+            members.push_back(&member);
+    };
     for (const std::string& written : words(at.node->get("memberTypes"))) {
-        if (const auto name = set_.resolve(at, written)) members.push_back(&named(*name, at));
+        if (const auto name = set_.resolve(at, written)) addOnce(named(*name, at));
     }
     for (const SchemaNode* node : at.node->children) {
-        if (node->is("simpleType")) members.push_back(&declared(at.with(node)));
+        if (node->is("simpleType")) addOnce(declared(at.with(node)));
     }
     if (members.empty()) {
         diagnostics_.error(at.node->place, "a union needs members.");
@@ -289,6 +295,7 @@ const SimpleType& SimpleTypes::lowerUnion(const Component& at, SimpleTypeRecord&
         type.loose = type.loose || member->loose;
     }
     if (expressions.size() == members.size()) type.expression = alternativesOf(expressions);
+    if (isTooLong(type.expression)) type.expression.clear();
     return add(type);
 }
 

@@ -33,24 +33,45 @@ std::vector<Word> waysTo(const ModelAutomaton& automaton)
     return ways;
 }
 
-// A shortest word from each state to an accepting one.
+// The ways on from each state: symbols and where they lead.
+using Ways = std::vector<std::vector<std::pair<int, int>>>;
+
+Ways waysOn(const ModelAutomaton& automaton)
+{
+    Ways ways(automaton.states.size());
+    for (std::size_t s = 0; s != ways.size(); ++s) {
+        for (std::size_t a = 0; a != automaton.symbols.size(); ++a) {
+            const int to = automaton.states[s].next[a];
+            if (to != ModelAutomaton::kNone) ways[s].emplace_back(static_cast<int>(a), to);
+        }
+    }
+    return ways;
+}
+
+// A shortest word from each state to an accepting one: from those backwards.
 std::vector<Word> waysToEnd(const ModelAutomaton& automaton)
 {
+    const Ways on = waysOn(automaton);
+    Ways back(automaton.states.size());
+    for (std::size_t s = 0; s != on.size(); ++s) {
+        for (const auto& [symbol, to] : on[s])
+            back[static_cast<std::size_t>(to)].emplace_back(symbol, static_cast<int>(s));
+    }
     std::vector<Word> ways(automaton.states.size());
+    std::vector<std::size_t> order;
     std::vector<bool> known(automaton.states.size());
-    for (std::size_t s = 0; s != known.size(); ++s) known[s] = automaton.states[s].accepts;
-    for (bool grown = true; grown;) {
-        grown = false;
-        std::vector<bool> before = known;
-        for (std::size_t s = 0; s != known.size(); ++s) {
-            for (std::size_t a = 0; a != automaton.symbols.size() && !known[s]; ++a) {
-                const int to = automaton.states[s].next[a];
-                if (to == ModelAutomaton::kNone || !before[static_cast<std::size_t>(to)]) continue;
-                ways[s] = {static_cast<int>(a)};
-                const Word& rest = ways[static_cast<std::size_t>(to)];
-                ways[s].insert(ways[s].end(), rest.begin(), rest.end());
-                known[s] = grown = true;
-            }
+    for (std::size_t s = 0; s != known.size(); ++s) {
+        known[s] = automaton.states[s].accepts;
+        if (known[s]) order.push_back(s);
+    }
+    for (std::size_t i = 0; i != order.size(); ++i) {
+        for (const auto& [symbol, from] : back[order[i]]) {
+            const auto s = static_cast<std::size_t>(from);
+            if (known[s]) continue;
+            known[s] = true;
+            ways[s] = {symbol};
+            ways[s].insert(ways[s].end(), ways[order[i]].begin(), ways[order[i]].end());
+            order.push_back(s);
         }
     }
     return ways;
@@ -72,10 +93,10 @@ std::vector<Word> testWords(const ModelAutomaton& automaton, std::size_t most)
     const auto add = [&](const Word& word) {
         if (words.size() < most) words.insert(word);
     };
-    for (std::size_t s = 0; s != automaton.states.size(); ++s) {
+    for (std::size_t s = 0; s != automaton.states.size() && words.size() < most; ++s) {
         add(to[s]);
         add(joined(to[s], end[s]));
-        for (std::size_t a = 0; a != automaton.symbols.size(); ++a) {
+        for (std::size_t a = 0; a != automaton.symbols.size() && words.size() < most; ++a) {
             const int next = automaton.states[s].next[a];
             Word word = to[s];
             word.push_back(static_cast<int>(a));
@@ -88,7 +109,7 @@ std::vector<Word> testWords(const ModelAutomaton& automaton, std::size_t most)
             }
             if (next == ModelAutomaton::kNone) continue;
             // Two steps behind each way.
-            for (std::size_t b = 0; b != automaton.symbols.size(); ++b) {
+            for (std::size_t b = 0; b != automaton.symbols.size() && words.size() < most; ++b) {
                 Word longer = to[s];
                 longer.push_back(static_cast<int>(a));
                 longer.push_back(static_cast<int>(b));
@@ -117,22 +138,19 @@ private:
     std::uint64_t state_ = 1;
 };
 
-Word randomWay(const ModelAutomaton& automaton, std::size_t longest, Sequence& sequence)
+// A random word, and where it leads.
+std::pair<Word, std::size_t> randomWay(const Ways& on, std::size_t longest, Sequence& sequence)
 {
     Word word;
     std::size_t state = 0;
     for (std::size_t length = sequence.below(longest + 1); word.size() < length;) {
-        std::vector<int> ways;
-        for (std::size_t a = 0; a != automaton.symbols.size(); ++a) {
-            if (automaton.states[state].next[a] != ModelAutomaton::kNone)
-                ways.push_back(static_cast<int>(a));
-        }
+        const auto& ways = on[state];
         if (ways.empty()) break;
-        word.push_back(ways[sequence.below(ways.size())]);
-        state = static_cast<std::size_t>(
-            automaton.states[state].next[static_cast<std::size_t>(word.back())]);
+        const auto& [symbol, to] = ways[sequence.below(ways.size())];
+        word.push_back(symbol);
+        state = static_cast<std::size_t>(to);
     }
-    return word;
+    return {word, state};
 }
 
 void changeOne(Word& word, std::size_t symbols, Sequence& sequence)
@@ -151,16 +169,13 @@ std::vector<Word> randomWords(const ModelAutomaton& automaton, std::size_t count
                               std::size_t longest)
 {
     const std::vector<Word> end = waysToEnd(automaton);
+    const Ways on = waysOn(automaton);
     std::vector<Word> words;
     words.reserve(count);
     Sequence sequence;
     while (words.size() < count) {
-        Word word = randomWay(automaton, longest, sequence);
-        std::size_t state = 0;
-        for (const int symbol : word)
-            state = static_cast<std::size_t>(
-                automaton.states[state].next[static_cast<std::size_t>(symbol)]);
-        word = joined(word, end[state]);
+        const auto [way, state] = randomWay(on, longest, sequence);
+        Word word = joined(way, end[state]);
         if (!word.empty() && sequence.below(4) == 0)
             changeOne(word, automaton.symbols.size(), sequence);
         words.push_back(word);

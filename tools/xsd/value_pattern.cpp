@@ -3,10 +3,13 @@
 #include "markup.hpp"
 #include "xsd/pattern_translation.hpp"
 
+#include <algorithm>
+
 namespace netxml::xsd {
 namespace {
 
 constexpr const char* kBlank = "[ \t\n\r]";
+constexpr std::size_t kMostBytes = 3000;
 
 std::string grouped(const std::string& expression)
 {
@@ -29,6 +32,15 @@ std::string collapsed(std::string_view text)
 std::string listExpression(const std::string& item, const std::string& count)
 {
     return grouped(item) + "(" + kBlank + "+" + grouped(item) + ")" + count;
+}
+
+bool isTooLong(std::string_view expression)
+{
+    // In the encoding of trees a character may take twice as many.
+    const auto beyondAscii = std::count_if(expression.begin(), expression.end(), [](char c) {
+        return static_cast<unsigned char>(c) >= 0x80;
+    });
+    return expression.size() + static_cast<std::size_t>(beyondAscii) > kMostBytes;
 }
 
 FacetRecord patternFacet(const std::string& expression)
