@@ -85,6 +85,15 @@ const ProblemRow kProblems[] = {
     {"<xs:simpleType name='A'><xs:restriction base='xs:float'><xs:maxInclusive value='9'/>"
      "</xs:restriction></xs:simpleType>",
      "2:57: warning: \"maxInclusive\" is not checked for values of this type. [2021]", 0},
+    {"<xs:simpleType name='A'><xs:restriction><xs:simpleType><xs:list itemType='xs:int'/>"
+     "</xs:simpleType><xs:enumeration value='1 2'/></xs:restriction></xs:simpleType>",
+     "2:100: warning: enumerated values of this type compare as text. [2021]", 0},
+    {"<xs:simpleType name='A'><xs:restriction><xs:simpleType><xs:union memberTypes='xs:int "
+     "xs:NCName'/></xs:simpleType><xs:enumeration value='1'/></xs:restriction></xs:simpleType>",
+     "2:114: warning: enumerated values of this type compare as text. [2021]", 0},
+    {"<xs:simpleType name='A'><xs:restriction base='xs:hexBinary'><xs:enumeration value='0A'/>"
+     "</xs:restriction></xs:simpleType>",
+     "2:61: warning: enumerated values of this type compare as text. [2021]", 0},
     {"<xs:element name='a' type='xs:string'><xs:key name='k'><xs:selector xpath='b'/></xs:key>"
      "</xs:element>",
      "2:39: warning: the identity constraint \"k\" is not checked. [2021]", 0},

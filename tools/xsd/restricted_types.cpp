@@ -226,7 +226,7 @@ void SimpleTypes::addEnumerations(const SimpleType& base, const Facets& facets,
         const bool compared = family == Family::Integer || family == Family::Decimal;
         if (compared && !number) diagnostics_.error(node->place, "\"" + value + "\" is no number.");
         if (compared && number) numbers.push_back(equalExpression(*number));
-        if (family == Family::Float || family == Family::Duration || family == Family::Date)
+        if (base.spelt && !compared)
             diagnostics_.approximate(node->place,
                                      "enumerated values of this type compare as text.");
         if (!compared || (family == Family::Integer && fitsInteger(number)))

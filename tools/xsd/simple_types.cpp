@@ -13,6 +13,13 @@ constexpr std::string_view kNetworkTypes[] = {"OID",        "_Ipv6Address", "IPV
                                               "_PortRange", "_VlanRange",   "_Ipv4Mask"};
 constexpr const char* kWord = "[^ \t\n\r]+";
 
+// Whether one value may be spelt in several ways, as numbers, and prefixes of one namespace.
+bool hasSpellings(const BuiltinRow& row)
+{
+    return row.family != Family::Text || row.name == "boolean" || row.name == "QName" ||
+           row.name == "NOTATION";
+}
+
 std::vector<std::string> words(const std::string& list)
 {
     std::vector<std::string> result;
@@ -89,6 +96,7 @@ const SimpleType& SimpleTypes::nativeType(const BuiltinRow& row)
     SimpleType type;
     type.builtin = &row;
     type.ascii = row.ascii;
+    type.spelt = hasSpellings(row);
     type.record = native(std::string{row.name});
     return *(builtins_[key] = &add(type));
 }
@@ -110,6 +118,7 @@ const SimpleType& SimpleTypes::standing(const BuiltinRow& row)
     SimpleType type;
     type.builtin = &row;
     type.ascii = row.ascii;
+    type.spelt = hasSpellings(row);
     type.record = native(std::string{row.native});
     type.expression = itemExpression(row);
     if (row.expression) {
@@ -253,6 +262,7 @@ const SimpleType& SimpleTypes::listOf(const SimpleType& item, SimpleTypeRecord& 
     type.record = &to;
     type.isList = true;
     type.ascii = item.ascii;
+    type.spelt = item.spelt;
     type.item = item.expression;
     if (item.isList) diagnostics_.error(at, "the items of a list cannot be lists themselves.");
     if (isTooLong(listExpression(type.item, "*"))) type.item.clear();
@@ -291,6 +301,7 @@ const SimpleType& SimpleTypes::lowerUnion(const Component& at, SimpleTypeRecord&
     for (const SimpleType* member : members) {
         to.members.push_back(member->record);
         type.ascii = type.ascii && member->ascii;
+        type.spelt = type.spelt || member->spelt;
         if (!member->expression.empty()) expressions.push_back(member->expression);
         type.loose = type.loose || member->loose;
     }

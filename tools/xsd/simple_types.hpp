@@ -16,6 +16,7 @@ struct SimpleType {
     const BuiltinRow* builtin = nullptr;  // the nearest built-in type; nothing for lists and unions
     bool isList = false;
     bool ascii = false;  // all its values are in ASCII
+    bool spelt = false;  // equal values may be different texts
     // One that says what its values are, for items of lists; empty when there is none.
     std::string expression;
     bool loose = false;  // the expression admits more
