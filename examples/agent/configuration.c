@@ -1,6 +1,6 @@
 #include "configuration.h"
 
-#include "model.h"
+#include "node_index.h"
 #include "rpc_error.h"
 #include "tree.h"
 
@@ -15,31 +15,15 @@ XML_DOM_Node* configurationMake(void)
 /* Schemas of ours have no keys: so the model tells. */
 static bool checkKeys(const XML_DOM_Node* configuration, XML_DOM_Node** error)
 {
-    const ModelRow* row = modelTop();
-    const XML_DOM_Node* node = firstElement(configuration);
-    const XML_DOM_Node* parent = configuration;
-    while (node) {
-        const ModelRow* own = modelChild(row, node);
-        if (own && modelFind(own, parent, node) != node)
-            return refuse(error, &(RpcError){.type = "application",
-                                             .tag = "operation-failed",
-                                             .node = node,
-                                             .message = "Two entries of a list have one key."});
-        const XML_DOM_Node* next = own ? firstElement(node) : NULL;
-        if (next) {
-            row = own;
-            parent = node;
-        } else {
-            next = nextElement(node);
-        }
-        while (!next && parent != configuration) {
-            next = nextElement(parent);
-            parent = XML_DOM_GetNodeParent(parent);
-            row = modelParent(row);
-        }
-        node = next;
-    }
-    return true;
+    NodeIndex index = {NULL, 0, 0, 0};
+    const XML_DOM_Node* twin = NULL;
+    const bool distinct = nodeIndexTree(&index, configuration, &twin);
+    nodeIndexFree(&index);
+    if (!twin) return distinct;
+    return refuse(error, &(RpcError){.type = "application",
+                                     .tag = "operation-failed",
+                                     .node = twin,
+                                     .message = "Two entries of a list have one key."});
 }
 
 bool configurationCheck(const XML_DOM_Node* configuration, const Schema_Root* schemas,

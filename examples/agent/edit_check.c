@@ -15,7 +15,7 @@ static bool refuseUnknown(XML_DOM_Node** error, const XML_DOM_Node* element)
                                      .tag = foreign ? "unknown-namespace" : "unknown-element",
                                      .node = element,
                                      .message = "The configuration has no such element here.",
-                                     .badElement = XML_DOM_GetNodeName(element),
+                                     .badElement = badElementOf(element),
                                      .badNamespace = foreign ? namespaceName : NULL});
 }
 
@@ -25,32 +25,34 @@ static bool refuseElement(XML_DOM_Node** error, const XML_DOM_Node* element, con
                                      .tag = "bad-element",
                                      .node = element,
                                      .message = message,
-                                     .badElement = XML_DOM_GetNodeName(element)});
+                                     .badElement = badElementOf(element)});
 }
 
-/* The only attribute is `operation`, in NETCONF's namespace, with one of five values. */
-static bool checkAttribute(const XML_DOM_Node* element, const XML_DOM_Attr* attr,
+/* The only attribute is `operation`, in NETCONF's namespace, with one of five values; and only in
+ * an edit. */
+static bool checkAttribute(const XML_DOM_Node* element, const XML_DOM_Attr* attr, bool operations,
                            XML_DOM_Node** error)
 {
     const char* name = NULL;
     const char* namespaceName = NULL;
     XML_DOM_GetAttrNameSpace(attr, &name, &namespaceName);
-    const bool known =
-        XML_Strcmp(namespaceName, BASE_NAMESPACE) == 0 && strcmp(name, "operation") == 0;
+    const bool known = operations && XML_Strcmp(namespaceName, BASE_NAMESPACE) == 0 &&
+                       strcmp(name, "operation") == 0;
     if (known && operationByName(XML_DOM_GetAttrValByHandle(attr)) < OPERATION_NONE) return true;
     return refuse(error, &(RpcError){.type = known ? "protocol" : "application",
                                      .tag = known ? "bad-attribute" : "unknown-attribute",
                                      .node = element,
                                      .message = known ? "There is no such operation."
                                                       : "The configuration has no attributes.",
-                                     .badAttribute = name,
-                                     .badElement = XML_DOM_GetNodeName(element)});
+                                     .badAttribute = {name, namespaceName},
+                                     .badElement = badElementOf(element)});
 }
 
-static bool checkAttributes(const XML_DOM_Node* element, XML_DOM_Node** error)
+static bool checkAttributes(const XML_DOM_Node* element, bool operations, XML_DOM_Node** error)
 {
     const XML_DOM_Attr* attr = XML_DOM_GetFirstAttr(element);
-    while (attr && checkAttribute(element, attr, error)) attr = XML_DOM_GetNextAttr(attr);
+    while (attr && checkAttribute(element, attr, operations, error))
+        attr = XML_DOM_GetNextAttr(attr);
     return !attr;
 }
 
@@ -74,7 +76,7 @@ static bool checkKey(const ModelRow* row, const XML_DOM_Node* element, XML_DOM_N
                                      .tag = "missing-element",
                                      .node = element,
                                      .message = "An entry of a list needs its key.",
-                                     .badElement = row->key});
+                                     .badElement = {row->key, SYSTEM_NAMESPACE}});
 }
 
 /* Whether the element stands where there may be only one, behind another one. Several <system> in
@@ -85,22 +87,23 @@ static bool isRepeated(const ModelRow* row, const XML_DOM_Node* element)
     return childNamed(XML_DOM_GetNodeParent(element), row->name) != element;
 }
 
-static bool checkElement(const ModelRow* row, const XML_DOM_Node* element, XML_DOM_Node** error)
+static bool checkElement(const ModelRow* row, const XML_DOM_Node* element, bool operations,
+                         XML_DOM_Node** error)
 {
     if (!row) return refuseUnknown(error, element);
     if (isRepeated(row, element))
         return refuseElement(error, element, "This element stands here twice.");
-    return checkAttributes(element, error) && checkContent(row, element, error) &&
+    return checkAttributes(element, operations, error) && checkContent(row, element, error) &&
            checkKey(row, element, error);
 }
 
-bool editCheck(const XML_DOM_Node* config, XML_DOM_Node** error)
+bool editCheck(const XML_DOM_Node* config, bool operations, XML_DOM_Node** error)
 {
     const XML_DOM_Node* element = firstElement(config);
     const ModelRow* parent = modelTop();
     while (element) {
         const ModelRow* row = modelChild(parent, element);
-        if (!checkElement(row, element, error)) return false;
+        if (!checkElement(row, element, operations, error)) return false;
         const XML_DOM_Node* next = firstElement(element);
         if (next) parent = row;
         else next = nextElement(element);

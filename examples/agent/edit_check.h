@@ -8,8 +8,8 @@
 #include <stdbool.h>
 
 /* Checks names, places, keys and attributes below the element `config`; values are checked by the
- * schema once they are in their place. Returns false with the refusal in `*error`, see rpc_error.h.
- */
-bool editCheck(const XML_DOM_Node* config, XML_DOM_Node** error);
+ * schema once they are in their place. `operations` tells whether elements may say what is to
+ * happen to them. Returns false with the refusal in `*error`, see rpc_error.h. */
+bool editCheck(const XML_DOM_Node* config, bool operations, XML_DOM_Node** error);
 
 #endif

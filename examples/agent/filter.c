@@ -1,6 +1,6 @@
 #include "filter.h"
 
-#include "model.h"
+#include "node_index.h"
 #include "tree.h"
 
 #include <string.h>
@@ -10,10 +10,21 @@ typedef struct Level {
     const ModelRow* row;
     const XML_DOM_Node* filter;
     const XML_DOM_Node* source;
+    size_t sourceNumber;
     XML_DOM_Node* output; /* the copy of `source`; NULL until something is selected in it */
+    size_t outputNumber;
     const XML_DOM_Node* condition; /* the child of `filter` that is at work */
+    const ModelRow* wanted;        /* what it is about; NULL for nothing that we have */
     const XML_DOM_Node* candidate; /* the child of `source` that is looked at */
+    bool single;                   /* the condition names the candidate by its key: no other one */
+    uint32_t wholeRows;            /* rows of which all there is has been selected, by number */
 } Level;
+
+typedef struct Filter {
+    NodeIndex source; /* of the configuration */
+    NodeIndex output; /* of what has been selected */
+    Level levels[MODEL_DEPTH];
+} Filter;
 
 /* ------------------------------------------------------------------------------------------------
  * What a filter says
@@ -30,35 +41,59 @@ static bool isSelection(const XML_DOM_Node* condition)
     return !XML_DOM_GetFirstChild(condition);
 }
 
-/* Names match in one namespace, or in any if the filter has none. What has attributes would match
- * those of the configuration, which has none. */
-static bool matchesName(const XML_DOM_Node* condition, const XML_DOM_Node* node)
+/* What a condition is about, below `parent`. Names match in one namespace, or in any if the filter
+ * has none. What has attributes would match those of the configuration, which has none. */
+static const ModelRow* rowOf(const ModelRow* parent, const XML_DOM_Node* condition)
 {
     const char* namespaceName = namespaceOf(condition);
-    return !XML_DOM_GetFirstAttr(condition) &&
-           strcmp(XML_DOM_GetNodeName(condition), XML_DOM_GetNodeName(node)) == 0 &&
-           (*namespaceName == '\0' || strcmp(namespaceName, namespaceOf(node)) == 0);
+    const char* name = XML_DOM_GetNodeName(condition);
+    if (XML_DOM_GetFirstAttr(condition)) return NULL;
+    if (*namespaceName != '\0' && strcmp(namespaceName, SYSTEM_NAMESPACE) != 0) return NULL;
+    const ModelRow* row = modelNextBelow(parent, NULL);
+    while (row && strcmp(row->name, name) != 0) row = modelNextBelow(parent, row);
+    return row;
 }
 
-static bool matchesContent(const XML_DOM_Node* condition, const XML_DOM_Node* source)
+static bool isOfRow(const XML_DOM_Node* node, const ModelRow* row)
 {
+    return strcmp(XML_DOM_GetNodeName(node), row->name) == 0;
+}
+
+/* `row` is that of `source`. */
+static bool matchesContent(const ModelRow* row, const XML_DOM_Node* condition,
+                           const XML_DOM_Node* source)
+{
+    const ModelRow* leaf = rowOf(row, condition);
+    if (!leaf || modelHoldsElements(leaf)) return false;
     const XML_DOM_Node* node = firstElement(source);
-    while (node && !(matchesName(condition, node) && strcmp(textOf(condition), textOf(node)) == 0))
+    while (node && !(isOfRow(node, leaf) && strcmp(textOf(condition), textOf(node)) == 0))
         node = nextElement(node);
     return node != NULL;
 }
 
 /* Whether all content matches of a sibling set hold; `*only` tells whether there is nothing else
  * in it. */
-static bool matchesSet(const XML_DOM_Node* filter, const XML_DOM_Node* source, bool* only)
+static bool matchesSet(const ModelRow* row, const XML_DOM_Node* filter, const XML_DOM_Node* source,
+                       bool* only)
 {
     *only = true;
     const XML_DOM_Node* condition = firstElement(filter);
     for (; condition; condition = nextElement(condition)) {
         if (!isContentMatch(condition)) *only = false;
-        else if (!matchesContent(condition, source)) return false;
+        else if (!matchesContent(row, condition, source)) return false;
     }
     return true;
+}
+
+/* The key that a condition on a list asks for, or NULL. */
+static const char* wantedKey(const ModelRow* list, const XML_DOM_Node* condition)
+{
+    const XML_DOM_Node* child = firstElement(condition);
+    for (; child; child = nextElement(child)) {
+        const ModelRow* row = isContentMatch(child) ? rowOf(list, child) : NULL;
+        if (row && strcmp(row->name, list->key) == 0) return textOf(child);
+    }
+    return NULL;
 }
 
 /* ------------------------------------------------------------------------------------------------
@@ -75,85 +110,170 @@ static XML_DOM_Node* addShell(const ModelRow* row, XML_DOM_Node* parent)
     return NULL;
 }
 
-/* The copy of `node` in `parent`: the one there, or a new one, which has its key already. */
-static XML_DOM_Node* copyOf(const ModelRow* row, XML_DOM_Node* parent, const XML_DOM_Node* node)
+/* An entry of a list has its key from the beginning. */
+static bool addKey(Filter* filter, const ModelRow* list, XML_DOM_Node* copy, size_t number,
+                   const char* key)
 {
-    XML_DOM_Node* copy = modelFind(row, parent, node);
-    if (copy) return copy;
-    copy = addShell(row, parent);
-    if (!copy || row->kind != MODEL_LIST) return copy;
-    return addLeaf(copy, row->key, textOf(childNamed(node, row->key))) ? copy : NULL;
+    const ModelRow* row = modelNextBelow(list, NULL);
+    while (strcmp(row->name, list->key) != 0) row = modelNextBelow(list, row);
+    XML_DOM_Node* leaf = modelAdd(row, copy);
+    return leaf && setText(leaf, key) && nodeIndexAdd(&filter->output, number, row, "", leaf);
 }
 
-/* Selects a node with all below it, and what leads to it: the copies of the levels above. */
-static bool selectNode(Level* levels, Level* level, const XML_DOM_Node* node)
+/* The copy of `node` below the one of its parent: the one there, or a new one. */
+static NodeEntry* copyOf(Filter* filter, XML_DOM_Node* parent, size_t parentNumber,
+                         const ModelRow* row, const XML_DOM_Node* node)
 {
-    for (Level* step = levels + 1; step <= level; ++step) {
-        if (!step->output) step->output = copyOf(step->row, step[-1].output, step->source);
-        if (!step->output) return false;
+    const char* identity = modelIdentity(row, node);
+    NodeEntry* entry = nodeIndexFind(&filter->output, parentNumber, row, identity);
+    if (entry) return entry;
+    XML_DOM_Node* copy = addShell(row, parent);
+    entry = copy ? nodeIndexAdd(&filter->output, parentNumber, row, identity, copy) : NULL;
+    if (!entry || row->kind != MODEL_LIST) return entry;
+    if (!addKey(filter, row, copy, entry->number, identity)) return NULL;
+    return nodeIndexFind(&filter->output, parentNumber, row, identity); /* it may have moved */
+}
+
+/* Selects a node with all below it, and what leads to it: the copies of the levels above. What has
+ * been selected as a whole stays as it is, so that no node is copied twice. */
+static bool selectNode(Filter* filter, Level* level, const XML_DOM_Node* node)
+{
+    for (Level* step = filter->levels + 1; step <= level; ++step) {
+        if (step->output) continue;
+        const NodeEntry* entry =
+            copyOf(filter, step[-1].output, step[-1].outputNumber, step->row, step->source);
+        if (!entry) return false;
+        step->output = entry->node;
+        step->outputNumber = entry->number;
     }
-    XML_DOM_Node* copy = copyOf(modelChild(level->row, node), level->output, node);
-    if (!copy) return false;
-    removeChildren(copy);
-    return XML_DOM_CopySubTree(copy, node) == XML_RET_OK;
+    NodeEntry* copy = copyOf(filter, level->output, level->outputNumber, level->wanted, node);
+    if (!copy || copy->whole) return copy != NULL;
+    copy->whole = true;
+    removeChildren(copy->node);
+    nodeIndexForgetBelow(&filter->output, copy);
+    return XML_DOM_CopySubTree(copy->node, node) == XML_RET_OK;
+}
+
+/* ------------------------------------------------------------------------------------------------
+ * The walk
+ */
+
+/* The first of a node and its following siblings that the condition is about. */
+static const XML_DOM_Node* candidateFrom(const Level* level, const XML_DOM_Node* node)
+{
+    while (node && !isOfRow(node, level->wanted)) node = nextElement(node);
+    return node;
+}
+
+/* Turns to a condition; NULL is behind the last one. An entry that is named by its key is looked
+ * up, so that a filter costs what it names. */
+static void startCondition(const Filter* filter, Level* level, const XML_DOM_Node* condition)
+{
+    level->condition = condition;
+    level->candidate = NULL;
+    level->wanted = condition ? rowOf(level->row, condition) : NULL;
+    if (!level->wanted || (level->wholeRows >> modelNumber(level->wanted) & 1) != 0) return;
+    const bool list = level->wanted->kind == MODEL_LIST;
+    const char* key = list ? wantedKey(level->wanted, condition) : NULL;
+    level->single = key != NULL;
+    if (!key) {
+        level->candidate = candidateFrom(level, firstElement(level->source));
+        return;
+    }
+    const NodeEntry* entry =
+        nodeIndexFind(&filter->source, level->sourceNumber, level->wanted, key);
+    level->candidate = entry ? entry->node : NULL;
+}
+
+static void endCondition(const Filter* filter, Level* level)
+{
+    if (level->wanted && isSelection(level->condition))
+        level->wholeRows |= UINT32_C(1) << modelNumber(level->wanted);
+    startCondition(filter, level, nextElement(level->condition));
 }
 
 /* Looks at one child of the source with one child of the filter; `*down` tells whether to go on
  * with their children first. */
-static bool look(Level* levels, Level* level, bool* down)
+static bool look(Filter* filter, Level* level, bool* down)
 {
     const XML_DOM_Node* condition = level->condition;
     const XML_DOM_Node* node = level->candidate;
     bool only = false;
-    *down = false;
-    if (!matchesName(condition, node)) return true;
-    if (isContentMatch(condition))
-        return strcmp(textOf(condition), textOf(node)) != 0 || selectNode(levels, level, node);
-    if (isSelection(condition)) return selectNode(levels, level, node);
-    if (!modelHoldsElements(modelChild(level->row, node)) || !matchesSet(condition, node, &only))
+    if (isSelection(condition)) return selectNode(filter, level, node);
+    if (!modelHoldsElements(level->wanted))
+        return !isContentMatch(condition) || strcmp(textOf(condition), textOf(node)) != 0 ||
+               selectNode(filter, level, node);
+    if (isContentMatch(condition) || !matchesSet(level->wanted, condition, node, &only))
         return true;
-    if (only) return selectNode(levels, level, node);
+    if (only) return selectNode(filter, level, node);
     *down = true;
     return true;
 }
 
-static bool applyFilter(XML_DOM_Node* data, const XML_DOM_Node* configuration,
-                        const XML_DOM_Node* filter)
+/* Goes down to the candidate, unless it has been selected as a whole. */
+static bool enter(Filter* filter, const Level* above, Level* level)
 {
-    Level levels[MODEL_DEPTH];
-    Level* level = levels;
-    *level = (Level){
-        modelTop(), filter, configuration, data, firstElement(filter), firstElement(configuration)};
+    const char* identity = modelIdentity(above->wanted, above->candidate);
+    const NodeEntry* source =
+        nodeIndexFind(&filter->source, above->sourceNumber, above->wanted, identity);
+    const NodeEntry* copy =
+        above->output ? nodeIndexFind(&filter->output, above->outputNumber, above->wanted, identity)
+                      : NULL;
+    if (!source || (copy && copy->whole)) return false;
+    memset(level, 0, sizeof *level);
+    level->row = above->wanted;
+    level->filter = above->condition;
+    level->source = above->candidate;
+    level->sourceNumber = source->number;
+    level->output = copy ? copy->node : NULL;
+    level->outputNumber = copy ? copy->number : 0;
+    startCondition(filter, level, firstElement(level->filter));
+    return true;
+}
+
+static bool applyFilter(Filter* filter)
+{
+    Level* level = filter->levels;
+    startCondition(filter, level, firstElement(level->filter));
     for (;;) {
         bool down = false;
         if (!level->condition) { /* up */
-            if (level-- == levels) return true;
+            if (level == filter->levels) return true;
+            --level;
         } else if (!level->candidate) {
-            level->condition = nextElement(level->condition);
-            level->candidate = firstElement(level->source);
+            endCondition(filter, level);
             continue;
-        } else if (!look(levels, level, &down)) {
+        } else if (!look(filter, level, &down)) {
             return false;
         }
-        if (!down) {
-            level->candidate = nextElement(level->candidate);
+        if (down && enter(filter, level, level + 1)) {
+            ++level;
             continue;
         }
-        const Level* above = level++;
-        *level = (Level){modelChild(above->row, above->candidate),
-                         above->condition,
-                         above->candidate,
-                         NULL,
-                         firstElement(above->condition),
-                         firstElement(above->candidate)};
+        level->candidate =
+            level->single ? NULL : candidateFrom(level, nextElement(level->candidate));
     }
 }
 
 bool filterInto(XML_DOM_Node* data, const XML_DOM_Node* configuration, const XML_DOM_Node* filter)
 {
-    if (filter) return applyFilter(data, configuration, filter);
     const XML_DOM_Node* system = firstElement(configuration);
+    const XML_DOM_Node* twin = NULL;
     if (!system) return true;
-    XML_DOM_Node* copy = addShell(modelChild(modelTop(), system), data);
-    return copy && XML_DOM_CopySubTree(copy, system) == XML_RET_OK;
+    if (!filter) {
+        XML_DOM_Node* copy = addShell(modelChild(modelTop(), system), data);
+        return copy && XML_DOM_CopySubTree(copy, system) == XML_RET_OK;
+    }
+    Filter work;
+    memset(&work, 0, sizeof work);
+    work.levels[0].row = modelTop();
+    work.levels[0].filter = filter;
+    work.levels[0].source = configuration;
+    work.levels[0].sourceNumber = NODE_INDEX_TOP;
+    work.levels[0].output = data;
+    work.levels[0].outputNumber = NODE_INDEX_TOP;
+    const bool applied = nodeIndexTree(&work.source, configuration, &twin) && applyFilter(&work);
+    nodeIndexFree(&work.source);
+    nodeIndexFree(&work.output);
+    return applied;
 }

@@ -3,6 +3,7 @@
 #include "write_all.h"
 
 #include <errno.h>
+#include <poll.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -186,6 +187,13 @@ static ScanResult scanChunked(FrameState* state, FrameMessage* message)
  * Reading
  */
 
+/* Whether a read that has failed for this reason is to be tried again, having waited. */
+static bool waitsAfter(int file, int reason)
+{
+    if (reason == EAGAIN || reason == EWOULDBLOCK) return waitUntilReady(file, POLLIN);
+    return reason == EINTR;
+}
+
 /* Reads once more, behind what is there. The end of the stream counts as no bytes. */
 static bool readMore(FrameReader* reader, FrameMessage* message, size_t* count)
 {
@@ -194,7 +202,7 @@ static bool readMore(FrameReader* reader, FrameMessage* message, size_t* count)
     if (!block) return false;
     ssize_t got = -1;
     do got = read(reader->file, block->bytes + block->filled, FRAME_BLOCK_SIZE - block->filled);
-    while (got < 0 && errno == EINTR);
+    while (got < 0 && waitsAfter(reader->file, errno));
     if (got < 0) return false;
     *count = (size_t)got;
     block->filled += *count;

@@ -21,10 +21,11 @@ int locksOpen(const char* path)
     return open(path, O_RDWR | O_CREAT | O_CLOEXEC, 0600);
 }
 
-bool lockTry(int file, LockByte byte)
+LockState lockTry(int file, LockByte byte)
 {
     struct flock lock = lockOf(byte, F_WRLCK);
-    return fcntl(file, F_SETLK, &lock) == 0;
+    if (fcntl(file, F_SETLK, &lock) == 0) return LOCK_FREE;
+    return errno == EACCES || errno == EAGAIN ? LOCK_HELD : LOCK_FAILED;
 }
 
 bool lockWait(int file, LockByte byte)
@@ -42,11 +43,14 @@ void lockRelease(int file, LockByte byte)
     fcntl(file, F_SETLK, &lock);
 }
 
-pid_t lockHolder(int file, LockByte byte)
+LockState lockLook(int file, LockByte byte, pid_t* holder)
 {
     struct flock lock = lockOf(byte, F_WRLCK);
-    if (fcntl(file, F_GETLK, &lock) != 0 || lock.l_type == F_UNLCK) return 0;
-    return lock.l_pid;
+    *holder = 0;
+    if (fcntl(file, F_GETLK, &lock) != 0) return LOCK_FAILED;
+    if (lock.l_type == F_UNLCK) return LOCK_FREE;
+    if (lock.l_pid > 0) *holder = lock.l_pid;
+    return LOCK_HELD;
 }
 
 bool lockMark(int file, LockByte byte, bool marked)

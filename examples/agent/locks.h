@@ -17,13 +17,22 @@ typedef enum LockByte { LOCK_RUNNING, LOCK_CANDIDATE, LOCK_OPERATION } LockByte;
 /* Opens or creates the file; -1 with errno on failure. */
 int locksOpen(const char* path);
 
-/* Takes a lock, at once or not at all; or waits for it. */
-bool lockTry(int file, LockByte byte);
+/* What is known of a lock. */
+typedef enum LockState {
+    LOCK_FREE,
+    LOCK_HELD,  /* by another process */
+    LOCK_FAILED /* the system does not say; errno says why */
+} LockState;
+
+/* Takes a lock, at once or not at all: LOCK_FREE means that it was, and is ours. */
+LockState lockTry(int file, LockByte byte);
+/* Waits for a lock. */
 bool lockWait(int file, LockByte byte);
 void lockRelease(int file, LockByte byte);
 
-/* The process that holds the lock, other than this one; 0 if none does. */
-pid_t lockHolder(int file, LockByte byte);
+/* Whether another process holds the lock, and which; 0 for one that we cannot name, as in another
+ * PID namespace, or on another machine. */
+LockState lockLook(int file, LockByte byte, pid_t* holder);
 
 /* A mark in the file itself, which a process that is killed leaves behind. */
 bool lockMark(int file, LockByte byte, bool marked);

@@ -10,7 +10,7 @@
 #include "system_schema.h"
 #include "tree.h"
 
-#include <errno.h>
+#include <fcntl.h>
 #include <netxml/netxml.h>
 #include <signal.h>
 #include <stdio.h>
@@ -45,8 +45,9 @@ static int runWithSchemas(const char* path, const Schema_Root* schemas)
 {
     Store store;
     int status = TROUBLE;
-    if (!storeOpen(&store, path, schemas)) {
-        fprintf(stderr, "agent: %s: %s\n", path, strerror(errno));
+    const char* unusable = storeOpen(&store, path, schemas);
+    if (unusable) {
+        fprintf(stderr, "agent: %s: %s\n", path, unusable);
     } else {
         status = checkStore(&store);
         const Session session = {STDIN_FILENO, STDOUT_FILENO, (unsigned long)getpid(), schemas,
@@ -74,9 +75,23 @@ static int run(const char* path)
     return status;
 }
 
+/* What is opened must not become one of the standard streams: where one is missing, the null device
+ * stands in. Nobody would hear a session without output. */
+static bool checkStreams(void)
+{
+    bool heard = true;
+    for (int file = STDIN_FILENO; file <= STDERR_FILENO; ++file) {
+        if (fcntl(file, F_GETFD) >= 0) continue;
+        if (file == STDOUT_FILENO) heard = false;
+        if (open("/dev/null", O_RDWR) != file) return false;
+    }
+    return heard;
+}
+
 int main(int argc, char** argv)
 {
-    if (argc != 3 || strcmp(argv[1], "--config") != 0)
+    if (!checkStreams()) return say(TROUBLE, "standard output is closed");
+    if (argc != 3 || strcmp(argv[1], "--config") != 0 || argv[2][0] == '\0')
         return fprintf(stderr, "usage: %s --config FILE\n", argv[0]), USAGE;
     signal(SIGPIPE, SIG_IGN); /* a client that has gone is a write that fails */
     return run(argv[2]);

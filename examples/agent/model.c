@@ -57,6 +57,26 @@ const ModelRow* modelChild(const ModelRow* parent, const XML_DOM_Node* element)
     return NULL;
 }
 
+const ModelRow* modelNextBelow(const ModelRow* parent, const ModelRow* row)
+{
+    const int wanted = (int)(parent - kRows);
+    for (row = row ? row + 1 : kRows; row != kRows + ROW_COUNT; ++row)
+        if (row->parent == wanted) return row;
+    return NULL;
+}
+
+unsigned modelNumber(const ModelRow* row)
+{
+    return (unsigned)(row - kRows);
+}
+
+unsigned modelDepth(const ModelRow* row)
+{
+    unsigned depth = 0;
+    while ((row = modelParent(row))) ++depth;
+    return depth;
+}
+
 bool modelHoldsElements(const ModelRow* row)
 {
     return row->kind == MODEL_CONTAINER || row->kind == MODEL_LIST;
@@ -67,8 +87,7 @@ bool modelIsMany(const ModelRow* row)
     return row->kind == MODEL_LIST || row->kind == MODEL_LEAF_LIST;
 }
 
-/* The text of a child. All there is has one namespace by now, so the name is enough: this is what
- * finding an entry spends its time on. */
+/* The text of a child. All there is has one namespace by now, so the name is enough. */
 static const char* keyOf(const XML_DOM_Node* element, const char* key)
 {
     const XML_DOM_Node* child = firstElement(element);
@@ -76,21 +95,29 @@ static const char* keyOf(const XML_DOM_Node* element, const char* key)
     return textOf(child);
 }
 
-/* What tells an element from others of its row; empty where there can be no others. */
-static const char* identityOf(const ModelRow* row, const XML_DOM_Node* element)
+const char* modelIdentity(const ModelRow* row, const XML_DOM_Node* element)
 {
     if (row->kind == MODEL_LIST) return keyOf(element, row->key);
     return row->kind == MODEL_LEAF_LIST ? textOf(element) : "";
 }
 
-XML_DOM_Node* modelFind(const ModelRow* row, const XML_DOM_Node* parent, const XML_DOM_Node* like)
+/* The first of an element and its following siblings that the model has. */
+static XML_DOM_Node* knownFrom(XML_DOM_Node* element, const ModelRow* parent, const ModelRow** row)
 {
-    const char* identity = identityOf(row, like);
-    XML_DOM_Node* child = firstElement(parent);
-    while (child && (strcmp(XML_DOM_GetNodeName(child), row->name) != 0 ||
-                     strcmp(identityOf(row, child), identity) != 0))
-        child = nextElement(child);
-    return child;
+    while (element && !(*row = modelChild(parent, element))) element = nextElement(element);
+    return element;
+}
+
+XML_DOM_Node* modelNext(const XML_DOM_Node* top, const XML_DOM_Node* element, const ModelRow** row)
+{
+    const ModelRow* parent = *row;
+    XML_DOM_Node* next = knownFrom(firstElement(element), parent, row);
+    while (!next && element != top) {
+        parent = modelParent(parent);
+        next = knownFrom(nextElement(element), parent, row);
+        element = XML_DOM_GetNodeParent(element);
+    }
+    return next;
 }
 
 /* Whether an element comes behind those of `row`, in the same parent. */
@@ -102,12 +129,8 @@ static bool comesAfter(const XML_DOM_Node* element, const ModelRow* row)
 
 XML_DOM_Node* modelAdd(const ModelRow* row, XML_DOM_Node* parent)
 {
+    if (!modelNextBelow(modelParent(row), row)) return addElement(parent, row->name);
     XML_DOM_Node* later = firstElement(parent);
     while (later && !comesAfter(later, row)) later = nextElement(later);
-    if (!later) return addElement(parent, row->name);
-
-    XML_DOM_Node* element = XML_DOM_CreateElementNode(row->name);
-    if (element && XML_DOM_InsertBeforeNode(later, element) == XML_RET_OK) return element;
-    XML_DOM_DelNode(element);
-    return NULL;
+    return later ? addElementBefore(later, row->name) : addElement(parent, row->name);
 }

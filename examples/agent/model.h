@@ -30,16 +30,27 @@ const ModelRow* modelTop(void);
 const ModelRow* modelChild(const ModelRow* parent, const XML_DOM_Node* element);
 /* The row that `row` lies in. */
 const ModelRow* modelParent(const ModelRow* row);
+/* The row behind `row` among those that lie in `parent`, in the order of the schema; the first one
+ * for NULL, and NULL behind the last one. */
+const ModelRow* modelNextBelow(const ModelRow* parent, const ModelRow* row);
+/* The number of a row, below 32; and how many rows lie above it. */
+unsigned modelNumber(const ModelRow* row);
+unsigned modelDepth(const ModelRow* row);
 /* Whether elements of this row hold elements, not a text; and whether many may have its name. */
 bool modelHoldsElements(const ModelRow* row);
 bool modelIsMany(const ModelRow* row);
 
-/* The child of `parent` that is the same node of the configuration as `like`: for a list the entry
- * with the same key. NULL if there is none. */
-XML_DOM_Node* modelFind(const ModelRow* row, const XML_DOM_Node* parent, const XML_DOM_Node* like);
+/* What tells an element from its siblings of the same row: the key of an entry, the text of one of
+ * a leaf-list; empty where there is only one. It belongs to the tree. */
+const char* modelIdentity(const ModelRow* row, const XML_DOM_Node* element);
+
+/* The element after `element` in document order, below `top`, of those that the model has; NULL at
+ * the end. `*row` is that of `element` and becomes that of the next one. */
+XML_DOM_Node* modelNext(const XML_DOM_Node* top, const XML_DOM_Node* element, const ModelRow** row);
 
 /* Adds an empty element where the model's order has it: behind its own kind, and before what the
- * schema wants after it. NULL without memory. */
+ * schema wants after it. NULL without memory. Costs a walk over the siblings, except where nothing
+ * can come after it, as in all lists with a key. */
 XML_DOM_Node* modelAdd(const ModelRow* row, XML_DOM_Node* parent);
 
 #endif

@@ -45,6 +45,7 @@ static bool answerData(Call* call, Datastore datastore)
     if (filter && XML_Strcmp(XML_DOM_GetNodeAttrValByName(filter, "type"), "xpath") == 0)
         return refuseCall(call, "operation-not-supported", filter, "Filters are subtrees here.");
     XML_DOM_Node* configuration = storeLoad(call->store, datastore, &call->error);
+    storeLeave(call->store); /* others need not wait for what is a copy of our own now */
     if (!configuration) return false;
     call->data = makeElement("data", NULL);
     const bool filled = call->data && filterInto(call->data, configuration, filter);
@@ -78,16 +79,18 @@ static bool isOption(const Call* call, const char* name, const char* value)
     return strcmp(option(call, name), value) == 0;
 }
 
-/* Edits a copy: the file is not touched before all of it has succeeded and the result is valid. */
+/* Edits a copy: the file is not touched before all of it has succeeded and the result is valid, nor
+ * by an edit that changes nothing. */
 static bool editCopy(Call* call, XML_DOM_Node* configuration, Datastore datastore)
 {
     const char* name = option(call, "default-operation");
     const Operation inherited = *name ? operationByName(name) : OPERATION_MERGE;
     const XML_DOM_Node* config = childNamed(call->request, "config");
-    if (!editApply(configuration, config, inherited, &call->error) ||
+    bool changed = false;
+    if (!editApply(configuration, config, inherited, &changed, &call->error) ||
         !configurationCheck(configuration, call->store->schemas, &call->error))
         return false;
-    if (isOption(call, "test-option", "test-only")) return true;
+    if (!changed || isOption(call, "test-option", "test-only")) return true;
     return storeSave(call->store, datastore, configuration, &call->error);
 }
 
@@ -99,7 +102,7 @@ static bool doEditConfig(Call* call)
                           childNamed(call->request, "error-option"),
                           "An edit is done as a whole, or not at all.");
     if (!storeMayWrite(call->store, datastore, &call->error) ||
-        !editCheck(childNamed(call->request, "config"), &call->error))
+        !editCheck(childNamed(call->request, "config"), true, &call->error))
         return false;
     XML_DOM_Node* configuration = storeLoad(call->store, datastore, &call->error);
     const bool edited = configuration && editCopy(call, configuration, datastore);
@@ -134,13 +137,15 @@ static bool doDiscardChanges(Call* call)
            storeDiscard(call->store, &call->error);
 }
 
-/* A configuration in the request is one edit of an empty one. */
+/* A configuration in the request is one edit of an empty one, without operations of its own. */
 static bool validateInline(Call* call, const XML_DOM_Node* config)
 {
-    if (!editCheck(config, &call->error)) return false;
+    bool changed = false;
+    storeLeave(call->store);
+    if (!editCheck(config, false, &call->error)) return false;
     XML_DOM_Node* configuration = configurationMake();
     const bool valid = configuration &&
-                       editApply(configuration, config, OPERATION_CREATE, &call->error) &&
+                       editApply(configuration, config, OPERATION_CREATE, &changed, &call->error) &&
                        configurationCheck(configuration, call->store->schemas, &call->error);
     XML_DOM_DelNode(configuration);
     return valid;
@@ -156,11 +161,12 @@ static bool doValidate(Call* call)
     return configuration != NULL;
 }
 
-/* Before the reply, so that whoever waits for it finds the locks free. */
+/* Before the reply, so that whoever waits for it finds the locks free. A session always ends. */
 static bool doCloseSession(Call* call)
 {
-    *call->closing = storeUnlockAll(call->store, &call->error);
-    return *call->closing;
+    storeUnlockAll(call->store);
+    *call->closing = true;
+    return true;
 }
 
 /* ------------------------------------------------------------------------------------------------
@@ -194,13 +200,20 @@ static unsigned operationIndex(const XML_DOM_Node* request)
     return i;
 }
 
+bool operationIsRpc(const XML_DOM_Node* message)
+{
+    return message && hasName(message, BASE_NAMESPACE, "rpc");
+}
+
 /* Whether the message is an <rpc> that asks for something we know, as the schema has it. */
 static bool checkMessage(const XML_DOM_Node* rpc, const Schema_Root* schemas, Call* call)
 {
-    if (!rpc || !hasName(rpc, BASE_NAMESPACE, "rpc"))
-        return refuse(&call->error, &(RpcError){.type = "rpc",
-                                                .tag = "malformed-message",
-                                                .message = "The message is no rpc in UTF-8."});
+    if (!operationIsRpc(rpc))
+        return refuse(&call->error,
+                      &(RpcError){.type = "rpc",
+                                  .tag = "malformed-message",
+                                  .message = "The message is no rpc in UTF-8, or has a "
+                                             "document type declaration."});
     Schema_ValidateResult result;
     const bool known = operationIndex(firstElement(rpc)) != OPERATION_COUNT;
     if (Schema_ValidateXml(rpc, schemas, &result) != XML_RET_OK) return false;

@@ -4,6 +4,7 @@
 #include "tree.h"
 
 #include <netxml/io.h>
+#include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 
@@ -32,13 +33,54 @@ static bool addInfoLeaf(XML_DOM_Node* info, const char* name, const char* text)
     return !text || addLeaf(info, name, text);
 }
 
+BadName badElementOf(const XML_DOM_Node* element)
+{
+    return (BadName){XML_DOM_GetNodeName(element), namespaceOf(element)};
+}
+
+/* The prefix of this one is known without a declaration, and no other is allowed. */
+#define XML_NAMESPACE "http://www.w3.org/XML/1998/namespace"
+
+/* The prefix that a name is written with, or NULL: NETCONF's own need none, and a namespace whose
+ * name has a double quote cannot be declared (see netxml/dom.h). */
+static const char* prefixFor(const char* namespaceName)
+{
+    if (!namespaceName || !*namespaceName || strchr(namespaceName, '"')) return NULL;
+    if (strcmp(namespaceName, BASE_NAMESPACE) == 0) return NULL;
+    if (strcmp(namespaceName, XML_NAMESPACE) == 0) return "xml";
+    return strcmp(namespaceName, SYSTEM_NAMESPACE) == 0 ? PATH_SYSTEM_PREFIX : "other";
+}
+
+static bool declare(XML_DOM_Node* element, const char* prefix, const char* namespaceName)
+{
+    return strcmp(prefix, "xml") == 0 ||
+           XML_DOM_AddNodeNameSpace(element, prefix, namespaceName) == XML_RET_OK;
+}
+
+/* A qualified name, whose prefix is declared where it stands. */
+static bool addInfoName(XML_DOM_Node* info, const char* name, const BadName* bad)
+{
+    if (!bad->name) return true;
+    const char* prefix = prefixFor(bad->namespaceName);
+    if (!prefix) return addLeaf(info, name, bad->name);
+    XML_DOM_Node* element = addElement(info, name);
+    const size_t size = strlen(prefix) + strlen(bad->name) + 2;
+    char* text = malloc(size);
+    if (text) snprintf(text, size, "%s:%s", prefix, bad->name);
+    const bool added =
+        element && text && setText(element, text) && declare(element, prefix, bad->namespaceName);
+    free(text);
+    return added;
+}
+
 static bool addInfo(XML_DOM_Node* error, const RpcError* what)
 {
-    if (!what->badAttribute && !what->badElement && !what->badNamespace && !what->sessionId)
+    if (!what->badAttribute.name && !what->badElement.name && !what->badNamespace &&
+        !what->sessionId)
         return true;
     XML_DOM_Node* info = addElement(error, "error-info");
-    return info && addInfoLeaf(info, "bad-attribute", what->badAttribute) &&
-           addInfoLeaf(info, "bad-element", what->badElement) &&
+    return info && addInfoName(info, "bad-attribute", &what->badAttribute) &&
+           addInfoName(info, "bad-element", &what->badElement) &&
            addInfoLeaf(info, "bad-namespace", what->badNamespace) &&
            addInfoLeaf(info, "session-id", what->sessionId);
 }
@@ -93,18 +135,20 @@ static const struct {
     /* ATTRIBUTE_UNEXPECTED */ {"unknown-attribute", true,  true},
     /* CHILDREN             */ {"missing-element",   true,  false},
     /* TEXT                 */ {"bad-element",       true,  false},
-    /* CHILD                */ {"bad-element",       true,  false},
+    /* CHILD                */ {"unknown-element",   true,  false},
     /* CHILDREN_MISSING     */ {"missing-element",   true,  false},
     /* DOCUMENT_ELEMENT     */ {"unknown-element",   true,  false},
 };
 /* clang-format on */
 
-/* The element that a verdict is about: named by it, or its node. */
-static const char* elementOf(const Schema_ValidateResult* result)
+/* The element that a verdict is about: named by it, or its node. A child has the namespace of its
+ * parent in schemas of ours. */
+static BadName elementOf(const Schema_ValidateResult* result)
 {
     const bool named =
         result->code == SCHEMA_ERROR_ELEMENT_EXPECTED || result->code == SCHEMA_ERROR_OCCURRENCES;
-    return named ? result->elementName : XML_DOM_GetNodeName(result->node);
+    return named ? (BadName){result->elementName, namespaceOf(result->node)}
+                 : badElementOf(result->node);
 }
 
 static bool hasEarlierNamesake(const XML_DOM_Node* element)
@@ -127,31 +171,56 @@ static const char* tagOf(const Schema_ValidateResult* result)
     return kTags[result->code].tag;
 }
 
-/* A choice of which nothing stands, although something does: that is what is wrong. */
-static const XML_DOM_Node* otherThanChosen(const Schema_ValidateResult* result)
+/* A choice of which nothing stands, although something does; or an element that holds others and
+ * must not: these others are what is wrong. */
+static const XML_DOM_Node* childAtFault(const Schema_ValidateResult* result)
 {
-    return result->code == SCHEMA_ERROR_CHILDREN_MISSING ? firstElement(result->node) : NULL;
+    const bool below =
+        result->code == SCHEMA_ERROR_CHILDREN_MISSING || result->code == SCHEMA_ERROR_CHILD;
+    return below ? firstElement(result->node) : NULL;
+}
+
+/* Clients do not know of the element that holds their configuration: paths begin below it. */
+static void hideTop(char* sentence)
+{
+    static const char kTop[] = "'/configuration";
+    char* found = strstr(sentence, kTop);
+    if (!found) return;
+    const char* rest = found + sizeof kTop - 1;
+    found[1] = '/';
+    if (*rest == '/') memmove(found + 1, rest, strlen(rest) + 1);
+    else memmove(found + 2, rest, strlen(rest) + 1);
+}
+
+/* The validator's sentence; except where it is cut before its end. */
+static void sentenceOf(const Schema_ValidateResult* result, char* sentence, uint32_t size)
+{
+    const char* name = XML_DOM_GetNodeName(result->node);
+    const char* parent = XML_DOM_GetNodeName(XML_DOM_GetNodeParent(result->node));
+    if (result->code != SCHEMA_ERROR_ELEMENT_UNEXPECTED)
+        Schema_GetErrorDesc(result, size, sentence);
+    else if (parent)
+        snprintf(sentence, size, "The element '%s' is not expected here, in '%s'.", name, parent);
+    else snprintf(sentence, size, "The element '%s' is not expected here.", name);
+    if (hasName(XML_DOM_GetRoot(result->node), SYSTEM_NAMESPACE, "configuration"))
+        hideTop(sentence);
+    makeReadable(sentence);
 }
 
 bool refuseVerdict(XML_DOM_Node** error, const char* type, const Schema_ValidateResult* result)
 {
-    const XML_DOM_Node* other = otherThanChosen(result);
+    const XML_DOM_Node* child = childAtFault(result);
     char sentence[4096] = "";
-    Schema_GetErrorDesc(result, sizeof sentence, sentence);
-    makeReadable(sentence);
-    if (other)
+    sentenceOf(result, sentence, sizeof sentence);
+    if (child)
         return refuse(error, &(RpcError){.type = type,
                                          .tag = "unknown-element",
-                                         .node = other,
+                                         .node = child,
                                          .message = sentence,
-                                         .badElement = XML_DOM_GetNodeName(other)});
-    const RpcError what = {
-        .type = type,
-        .tag = tagOf(result),
-        .node = result->node,
-        .message = sentence,
-        .badElement = kTags[result->code].element ? elementOf(result) : NULL,
-        .badAttribute = kTags[result->code].attribute ? result->attrName : NULL,
-    };
+                                         .badElement = badElementOf(child)});
+    RpcError what = {.type = type, .tag = tagOf(result), .node = result->node, .message = sentence};
+    if (kTags[result->code].element) what.badElement = elementOf(result);
+    if (kTags[result->code].attribute)
+        what.badAttribute = (BadName){result->attrName, result->attrNamespace};
     return refuse(error, &what);
 }

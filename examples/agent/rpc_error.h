@@ -10,14 +10,22 @@
 #include <netxml/schema.h>
 #include <stdbool.h>
 
+/* The name of an element or attribute; all NULL for none. */
+typedef struct BadName {
+    const char* name;
+    const char* namespaceName; /* NULL or empty for none */
+} BadName;
+
+BadName badElementOf(const XML_DOM_Node* element);
+
 /* What is wrong. Only `type` and `tag` must be set. */
 typedef struct RpcError {
     const char* type; /* transport, rpc, protocol or application */
     const char* tag;
     const XML_DOM_Node* node; /* where */
     const char* message;
-    const char* badAttribute;
-    const char* badElement;
+    BadName badAttribute;
+    BadName badElement;
     const char* badNamespace;
     const char* sessionId;
 } RpcError;

@@ -2,6 +2,7 @@
 
 #include "framing.h"
 #include "operations.h"
+#include "prolog.h"
 #include "reply.h"
 #include "tree.h"
 
@@ -25,9 +26,10 @@ static const char* const kCapabilities[] = {
 enum { CAPABILITY_COUNT = sizeof kCapabilities / sizeof kCapabilities[0] };
 
 /* A message as a tree, with texts in one piece; NULL when it is not well-formed, is not in UTF-8,
- * or memory runs out. */
+ * has a document type declaration, or memory runs out. */
 static XML_DOM_Node* treeOf(const FrameMessage* message)
 {
+    if (prologHasDoctype(&message->list)) return NULL;
     XML_DOM_Node* tree = XML_DOM_BuildTreeByMemList(&message->list, 0, NULL);
     if (tree && XML_DOM_GetEncoding(tree) == XML_ENCODING_UTF_8 && joinTexts(tree)) return tree;
     XML_DOM_DelNode(tree);
@@ -111,13 +113,17 @@ static const char* receiveHello(const Session* session, FrameReader* reader)
     return problem;
 }
 
-/* Answers one message. A message that is not well-formed can be answered since :base:1.1; the error
- * is new there. */
+/* Answers one message. One that is not well-formed, or no rpc, can be answered since :base:1.1: the
+ * error is new there, and must not be sent to others. */
 static const char* answer(const Session* session, const FrameMessage* message, bool chunked,
                           bool* closing)
 {
     XML_DOM_Node* rpc = treeOf(message);
-    if (!rpc && !chunked) return "a message is not well-formed";
+    if (!chunked && !operationIsRpc(rpc)) {
+        const char* sentence = rpc ? "a message is no rpc" : "a message is malformed";
+        XML_DOM_DelNode(rpc);
+        return sentence;
+    }
     XML_DOM_Node* body = operationRun(rpc, session->schemas, session->store, closing);
     size_t length = 0;
     char* text = replyText(&message->list, body, &length);

@@ -3,6 +3,7 @@
 #include "configuration.h"
 #include "durable.h"
 #include "locks.h"
+#include "prolog.h"
 #include "rpc_error.h"
 #include "tree.h"
 
@@ -11,18 +12,8 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <sys/stat.h>
 #include <unistd.h>
-
-static bool refuseStore(XML_DOM_Node** error, const char* tag, const char* message)
-{
-    return refuse(error, &(RpcError){.type = "application", .tag = tag, .message = message});
-}
-
-/* The system refuses: for its reason. */
-static bool refuseSystem(XML_DOM_Node** error)
-{
-    return refuseStore(error, "operation-failed", strerror(errno));
-}
 
 /* ------------------------------------------------------------------------------------------------
  * Opening and closing
@@ -47,31 +38,49 @@ static char* directoryOf(const char* path)
     return withSuffix(".", "");
 }
 
-bool storeOpen(Store* store, const char* path, const Schema_Root* schemas)
+/* The file itself, behind symbolic links: it is what is replaced. NULL with a sentence. */
+static char* resolve(const char* path, const char** problem)
 {
+    struct stat link;
+    char* resolved = realpath(path, NULL);
+    *problem = NULL;
+    if (resolved) return resolved;
+    if (errno != ENOENT) *problem = strerror(errno);
+    else if (lstat(path, &link) == 0) *problem = "this is a symbolic link to nothing";
+    if (*problem) return NULL;
+    resolved = withSuffix(path, ""); /* it will be made */
+    if (!resolved) *problem = strerror(ENOMEM);
+    return resolved;
+}
+
+const char* storeOpen(Store* store, const char* path, const Schema_Root* schemas)
+{
+    const char* problem = NULL;
     memset(store, 0, sizeof *store);
     store->schemas = schemas;
-    store->files[STORE_RUNNING] = withSuffix(path, "");
-    store->files[STORE_CANDIDATE] = withSuffix(path, ".candidate");
-    store->temporary = withSuffix(path, ".new");
-    store->directory = directoryOf(path);
     store->lockFile = -1;
-    char* lockPath = withSuffix(path, ".lock");
+    char* file = resolve(path, &problem);
+    if (!file) return problem;
+    store->files[STORE_RUNNING] = file;
+    store->files[STORE_CANDIDATE] = withSuffix(file, ".candidate");
+    store->temporary = withSuffix(file, ".new");
+    store->directory = directoryOf(file);
+    char* lockPath = withSuffix(file, ".lock");
     if (lockPath) store->lockFile = locksOpen(lockPath);
+    const int reason = lockPath ? errno : ENOMEM;
     free(lockPath);
-    return store->files[STORE_RUNNING] && store->files[STORE_CANDIDATE] && store->temporary &&
-           store->directory && store->lockFile >= 0;
+    if (store->lockFile < 0) return strerror(reason);
+    return store->files[STORE_CANDIDATE] && store->temporary && store->directory ? NULL
+                                                                                 : strerror(ENOMEM);
 }
 
 void storeClose(Store* store)
 {
-    XML_DOM_Node* error = NULL;
     const bool holds = store->holds[STORE_RUNNING] || store->holds[STORE_CANDIDATE];
     if (holds && storeEnter(store)) {
-        storeUnlockAll(store, &error);
+        storeUnlockAll(store);
         storeLeave(store);
     }
-    XML_DOM_DelNode(error);
     if (store->lockFile >= 0) close(store->lockFile); /* and with it the locks */
     free(store->files[STORE_RUNNING]);
     free(store->files[STORE_CANDIDATE]);
@@ -79,19 +88,16 @@ void storeClose(Store* store)
     free(store->directory);
 }
 
-static LockByte byteOf(Datastore datastore)
-{
-    return datastore == STORE_RUNNING ? LOCK_RUNNING : LOCK_CANDIDATE;
-}
-
 /* A session that was killed while it held the candidate's lock cannot take its changes back:
  * whoever comes next does. */
 static bool cleanUpAfterKilled(Store* store)
 {
-    if (store->holds[STORE_CANDIDATE] || !lockIsMarked(store->lockFile, LOCK_CANDIDATE) ||
-        lockHolder(store->lockFile, LOCK_CANDIDATE) != 0)
+    pid_t holder = 0;
+    if (store->holds[STORE_CANDIDATE] || !lockIsMarked(store->lockFile, LOCK_CANDIDATE))
         return true;
-    return durableRemove(store->files[STORE_CANDIDATE], store->directory) &&
+    const LockState state = lockLook(store->lockFile, LOCK_CANDIDATE, &holder);
+    if (state != LOCK_FREE) return state == LOCK_HELD;
+    return durableRemove(store->files[STORE_CANDIDATE], store->directory) != DURABLE_UNCHANGED &&
            lockMark(store->lockFile, LOCK_CANDIDATE, false);
 }
 
@@ -112,9 +118,28 @@ void storeLeave(Store* store)
  * Reading and writing
  */
 
+static bool refuseStore(XML_DOM_Node** error, const char* message)
+{
+    return refuse(
+        error, &(RpcError){.type = "application", .tag = "operation-failed", .message = message});
+}
+
+/* What cannot be looked at exists: reading it will say why not. */
 static bool exists(const char* path)
 {
     return access(path, F_OK) == 0 || errno != ENOENT;
+}
+
+/* What has been done is said, although the client must not rely on it. */
+static bool refuseDurable(XML_DOM_Node** error, DurableResult result)
+{
+    char message[256];
+    if (result == DURABLE_DONE) return true;
+    const char* reason = strerror(errno);
+    if (result == DURABLE_UNCHANGED) return refuseStore(error, reason);
+    snprintf(message, sizeof message,
+             "The change is done, but may not survive a loss of power: %s.", reason);
+    return refuseStore(error, message);
 }
 
 /* A candidate without a file is the running configuration, and that is empty without one. */
@@ -124,12 +149,12 @@ static XML_DOM_Node* readFile(const Store* store, Datastore datastore, XML_DOM_N
     if (!exists(path)) path = store->files[STORE_RUNNING];
     if (!exists(path)) return configurationMake();
 
-    char problem[512] = "";
-    XML_DOM_Node* configuration = XML_DOM_BuildTreeByFile(path, sizeof problem, problem);
+    if (prologOfFileHasDoctype(path))
+        return refuseStore(error, "The kept configuration has a document type declaration."), NULL;
+    XML_DOM_Node* configuration = XML_DOM_BuildTreeByFile(path, 0, NULL);
     if (configuration && joinTexts(configuration)) return configuration;
-    /* The sentence may quote the file, as far as it goes: nothing for a client. */
-    if (!configuration)
-        refuseStore(error, "operation-failed", "The kept configuration cannot be read.");
+    /* The parser's sentence would quote the file: nothing for a client. */
+    if (!configuration) refuseStore(error, "The kept configuration cannot be read.");
     XML_DOM_DelNode(configuration);
     return NULL;
 }
@@ -153,9 +178,9 @@ bool storeSave(const Store* store, Datastore datastore, XML_DOM_Node* configurat
     if (XML_DOM_SetEncoding(configuration, XML_ENCODING_UTF_8) != XML_RET_OK ||
         XML_DOM_TranslateStr(configuration, 0, &text, &length) != XML_RET_OK)
         return false;
-    const bool saved =
+    const DurableResult result =
         durableReplace(store->files[datastore], store->temporary, store->directory, text, length);
-    if (!saved) refuseSystem(error);
+    const bool saved = refuseDurable(error, result);
     free(text);
     return saved;
 }
@@ -167,67 +192,11 @@ bool storeCommit(const Store* store, XML_DOM_Node** error)
     XML_DOM_Node* configuration = storeLoad(store, STORE_CANDIDATE, error);
     if (!configuration) return false;
     XML_DOM_DelNode(configuration);
-    return durableRename(candidate, store->files[STORE_RUNNING], store->directory) ||
-           refuseSystem(error);
+    return refuseDurable(error,
+                         durableRename(candidate, store->files[STORE_RUNNING], store->directory));
 }
 
 bool storeDiscard(const Store* store, XML_DOM_Node** error)
 {
-    return durableRemove(store->files[STORE_CANDIDATE], store->directory) || refuseSystem(error);
-}
-
-/* ------------------------------------------------------------------------------------------------
- * Locks
- */
-
-static bool refuseLock(XML_DOM_Node** error, pid_t holder, const char* message)
-{
-    char sessionId[32];
-    snprintf(sessionId, sizeof sessionId, "%ld", (long)holder);
-    return refuse(error, &(RpcError){.type = "protocol",
-                                     .tag = "lock-denied",
-                                     .message = message,
-                                     .sessionId = sessionId});
-}
-
-bool storeLock(Store* store, Datastore datastore, XML_DOM_Node** error)
-{
-    const LockByte byte = byteOf(datastore);
-    if (store->holds[datastore]) return refuseLock(error, getpid(), "You hold the lock already.");
-    /* Session 0 is no session: the changes may be of one that has ended. */
-    if (datastore == STORE_CANDIDATE && exists(store->files[STORE_CANDIDATE]))
-        return refuseLock(error, 0, "The candidate holds changes: commit or discard them first.");
-    if (!lockTry(store->lockFile, byte))
-        return refuseLock(error, lockHolder(store->lockFile, byte),
-                          "Another session holds the lock.");
-    if (!lockMark(store->lockFile, byte, true)) {
-        lockRelease(store->lockFile, byte);
-        return refuseSystem(error);
-    }
-    store->holds[datastore] = true;
-    return true;
-}
-
-bool storeUnlock(Store* store, Datastore datastore, XML_DOM_Node** error)
-{
-    if (!store->holds[datastore])
-        return refuseStore(error, "operation-failed", "You do not hold the lock.");
-    if (datastore == STORE_CANDIDATE && !storeDiscard(store, error)) return false;
-    if (!lockMark(store->lockFile, byteOf(datastore), false)) return refuseSystem(error);
-    lockRelease(store->lockFile, byteOf(datastore));
-    store->holds[datastore] = false;
-    return true;
-}
-
-bool storeUnlockAll(Store* store, XML_DOM_Node** error)
-{
-    for (Datastore datastore = STORE_RUNNING; datastore <= STORE_CANDIDATE; ++datastore)
-        if (store->holds[datastore] && !storeUnlock(store, datastore, error)) return false;
-    return true;
-}
-
-bool storeMayWrite(const Store* store, Datastore datastore, XML_DOM_Node** error)
-{
-    if (lockHolder(store->lockFile, byteOf(datastore)) == 0) return true;
-    return refuseStore(error, "in-use", "Another session has locked the configuration.");
+    return refuseDurable(error, durableRemove(store->files[STORE_CANDIDATE], store->directory));
 }

@@ -12,7 +12,6 @@
 #include <netxml/dom.h>
 #include <netxml/schema.h>
 #include <stdbool.h>
-#include <sys/types.h>
 
 typedef enum Datastore { STORE_RUNNING, STORE_CANDIDATE } Datastore;
 
@@ -25,14 +24,16 @@ typedef struct Store {
     bool holds[2]; /* which datastores this session has locked */
 } Store;
 
-/* Opens the store whose running configuration is in `path`, which need not exist yet. Returns false
- * with errno when the store cannot be used; storeClose() is allowed all the same. */
-bool storeOpen(Store* store, const char* path, const Schema_Root* schemas);
+/* Opens the store whose running configuration is in `path`, which need not exist yet; what a
+ * symbolic link leads to is the file, and must exist. Returns NULL, or the reason when the store
+ * cannot be used; storeClose() is allowed all the same. */
+const char* storeOpen(Store* store, const char* path, const Schema_Root* schemas);
 /* Gives back the session's locks, and with the candidate's what it changed there. */
 void storeClose(Store* store);
 
 /* All that follows is called between these two: they keep other sessions out for the time of an
- * operation. What refuses says so in `*error`, see rpc_error.h. */
+ * operation. Leaving twice does no harm: what only reads leaves once it has loaded. What refuses
+ * says so in `*error`, see rpc_error.h. */
 bool storeEnter(Store* store);
 void storeLeave(Store* store);
 
@@ -48,8 +49,9 @@ bool storeDiscard(const Store* store, XML_DOM_Node** error);
 
 bool storeLock(Store* store, Datastore datastore, XML_DOM_Node** error);
 bool storeUnlock(Store* store, Datastore datastore, XML_DOM_Node** error);
-/* Gives back whatever the session has locked. */
-bool storeUnlockAll(Store* store, XML_DOM_Node** error);
+/* Gives back whatever the session has locked. Changes that cannot be discarded now are discarded by
+ * the next operation of any session. */
+void storeUnlockAll(Store* store);
 /* Refuses when another session has locked the datastore. */
 bool storeMayWrite(const Store* store, Datastore datastore, XML_DOM_Node** error);
 

@@ -140,10 +140,30 @@ static bool addNode(XML_DOM_Node* parent, XML_DOM_Node* node)
     return false;
 }
 
+/* A new element is in the default namespace of its place. Where its parent has a prefix, as in a
+ * file that was written by hand, it takes the same. */
+static XML_DOM_Node* withNamespaceOf(const XML_DOM_Node* parent, XML_DOM_Node* element)
+{
+    const char* prefix = NULL;
+    const char* name = NULL;
+    XML_DOM_GetNodeNameSpace(parent, &prefix, &name);
+    if (prefix && *prefix) (void)XML_DOM_SetNodeNameSpace(element, prefix);
+    return element;
+}
+
 XML_DOM_Node* addElement(XML_DOM_Node* parent, const char* name)
 {
     XML_DOM_Node* element = XML_DOM_CreateElementNode(name);
-    return addNode(parent, element) ? element : NULL;
+    return addNode(parent, element) ? withNamespaceOf(parent, element) : NULL;
+}
+
+XML_DOM_Node* addElementBefore(XML_DOM_Node* reference, const char* name)
+{
+    XML_DOM_Node* element = XML_DOM_CreateElementNode(name);
+    if (element && XML_DOM_InsertBeforeNode(reference, element) == XML_RET_OK)
+        return withNamespaceOf(XML_DOM_GetNodeParent(reference), element);
+    XML_DOM_DelNode(element);
+    return NULL;
 }
 
 bool addLeaf(XML_DOM_Node* parent, const char* name, const char* text)

@@ -35,8 +35,10 @@ bool joinTexts(XML_DOM_Node* top);
 
 /* An element that declares its namespace as the default one, or without one for NULL. */
 XML_DOM_Node* makeElement(const char* name, const char* namespaceName);
-/* Appends a new element, in the default namespace of its parent; NULL without memory. */
+/* Appends a new element, or puts it in front of another one, in the namespace of its parent; NULL
+ * without memory. The second one costs a walk over the siblings in front. */
 XML_DOM_Node* addElement(XML_DOM_Node* parent, const char* name);
+XML_DOM_Node* addElementBefore(XML_DOM_Node* reference, const char* name);
 /* Appends a new element with a text; an empty text adds none. */
 bool addLeaf(XML_DOM_Node* parent, const char* name, const char* text);
 /* Gives an element a text in the place of all its children. */

@@ -90,10 +90,12 @@ class Reply:
 class Agent:
     """An agent at work, in a session that has begun."""
 
-    def __init__(self, config: Path, version: str = "1.1", begin: bool = True) -> None:
+    def __init__(self, config: Path, version: str = "1.1", begin: bool = True,
+                 environment: dict[str, str] | None = None) -> None:
         self.chunked = version == "1.1"
         self.process = subprocess.Popen([*AGENT, "--config", str(config)], stdin=subprocess.PIPE,
-                                        stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+                                        stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                        env={**os.environ, **(environment or {})})
         self.hello = ElementTree.fromstring(self.receive_marked()) if begin else None
         if begin:
             self.send_raw(hello("1.0", version))
@@ -196,8 +198,8 @@ class AgentCase(unittest.TestCase):
         self.addCleanup(shutil.rmtree, self.directory)
         self.config = self.directory / "config.xml"
 
-    def agent(self, version: str = "1.1") -> Agent:
-        agent = Agent(self.config, version)
+    def agent(self, version: str = "1.1", environment: dict[str, str] | None = None) -> Agent:
+        agent = Agent(self.config, version, environment=environment)
         self.addCleanup(agent.kill)
         return agent
 
@@ -207,7 +209,9 @@ class AgentCase(unittest.TestCase):
                                "</configuration>")
 
     def kept(self) -> str:
-        """What the file holds, as an outline of what lies in <configuration>."""
+        """What the file holds, as an outline of what lies in <configuration>; nothing without it."""
+        if not self.config.exists():
+            return ""
         root = ElementTree.parse(self.config).getroot()
         self.assertEqual(root.tag, f"{{{SYSTEM}}}configuration")
         return "".join(outline(child) for child in root)

@@ -144,10 +144,35 @@ class Messages(AgentCase):
         self.assertEqual((reply.tag, reply.root.get("message-id")), ("malformed-message", "the id"))
         self.assert_closes(agent)
 
-    def test_what_is_not_well_formed_ends_a_session_of_base_1_0(self) -> None:
-        status, output, said = run(self.config, hello("1.0") + b"<rpc" + MARK)
-        self.assertEqual((status, said), (1, "agent: a message is not well-formed.\n"))
-        self.assertNotIn(b"rpc-reply", output)
+    def test_what_is_malformed_ends_a_session_of_base_1_0(self) -> None:
+        """There is no malformed-message in it."""
+        for message, sentence in ((b"<rpc", "is malformed"), (b"<foo/>", "is no rpc"),
+                                  (hello("1.0")[:-len(MARK)], "is no rpc"),
+                                  (b'<rpc message-id="1"><commit/></rpc>', "is no rpc"),
+                                  (b"<!DOCTYPE rpc>" + rpc("<commit/>"), "is malformed")):
+            with self.subTest(message):
+                octets = hello("1.0") + rpc("<commit/>") + MARK + message + MARK
+                status, output, said = run(self.config, octets + rpc("<commit/>") + MARK)
+                self.assertEqual((status, said), (1, f"agent: a message {sentence}.\n"))
+                self.assertEqual(output.count(b"rpc-reply>"), 1)
+
+    def test_document_type_declarations(self) -> None:
+        """RFC 6241 has none; what looks like one elsewhere is none."""
+        agent = self.agent()
+        declaration = b"<!DOCTYPE rpc [<!ENTITY e 'x'>]>"
+        for before in (b"", b"<?xml version='1.0' encoding='UTF-8'?>\n", b"\xef\xbb\xbf",
+                       b"<!-- a - b -->", b"<?p ?>", b"<?p ??> \t\r\n<!-- <a> -->"):
+            message = rpc("<commit/>")
+            for size in (1, len(message)):
+                pieces = range(size, len(before + declaration), size)
+                agent.send_raw(chunked(before + declaration + message, *(size for _ in pieces)))
+                self.assertEqual(agent.receive().tag, "malformed-message", before)
+                agent.send_raw(chunked(before + message, *(size for _ in pieces)))
+                self.assertEqual(agent.receive().tag, "ok", before)
+        for inside in (b"<!-- <!DOCTYPE rpc> -->", b"<?p <!DOCTYPE rpc> ?>"):
+            agent.send_raw(chunked(inside + rpc(f"<commit>{inside.decode()}</commit>")))
+            self.assertEqual(agent.receive().tag, "ok", inside)
+        self.assert_closes(agent)
 
     def test_attributes_of_rpc_come_back(self) -> None:
         attributes = ('message-id="a&amp;b&lt;&gt;&quot;\'&#9;&#10;&#13; ]]&gt;]]&gt; &#x20AC;" '
@@ -171,6 +196,7 @@ class Messages(AgentCase):
                 ("nothing", b"", "the client sent no hello"),
                 ("an rpc instead", rpc("<commit/>") + MARK, "the client sent no hello"),
                 ("not well-formed", b"<hello" + MARK, "the client sent no hello"),
+                ("a document type", b"<!DOCTYPE hello>" + good, "the client sent no hello"),
                 ("no capability", hello(), "the client's hello is not valid"),
                 ("another base", hello("2.0"), "the client has no base we know"),
                 ("a session-id", good.replace(b"</hello>", b"<session-id>4</session-id></hello>"),

@@ -149,6 +149,23 @@ class Locks(AgentCase):
         self.assertEqual(agent.call(lock("candidate")).tag, "ok")
         self.assert_closes(agent)
 
+    def test_the_holder_comes_before_its_changes(self) -> None:
+        """Whoever is denied a lock is told who holds it, also once that has edited."""
+        one, two = self.agent(), self.agent()
+        self.assertEqual(one.call(lock("candidate")).tag, "ok")
+        self.assertEqual(one.call(edit(contact("a"), "candidate")).tag, "ok")
+        self.denied(two.call(lock("candidate")), one.session_id)
+        self.denied(one.call(lock("candidate")), one.session_id)
+        self.assertEqual(one.call("<commit/>").tag, "ok")
+        self.assertEqual(one.call(unlock("candidate")).tag, "ok")
+        # A lock that is refused for changes is not held afterwards.
+        self.assertEqual(one.call(edit(contact("b"), "candidate")).tag, "ok")
+        self.denied(two.call(lock("candidate")), "0")
+        self.assertEqual(one.call("<discard-changes/>").tag, "ok")
+        self.assertEqual(one.call(lock("candidate")).tag, "ok")
+        self.assert_closes(one)
+        self.assert_closes(two)
+
     def test_changes_go_with_the_lock(self) -> None:
         for ending in ("unlock", "close-session", "end of input", "kill"):
             with self.subTest(ending):
