@@ -169,6 +169,14 @@ Place placeOf(std::string_view text, std::size_t offset)
     return PlaceFinder{text}.at(offset);
 }
 
+std::size_t offsetOf(std::string_view text, Place place)
+{
+    const std::size_t begin = lineBegin(text, place.line);
+    if (begin == std::string_view::npos || begin > text.size()) return text.size();
+    const std::string_view line = text.substr(begin, lineEnd(text, begin) - begin);
+    return begin + columnOffset(line, place.column);
+}
+
 void showPlace(Problem& problem, std::string_view text)
 {
     const std::size_t begin =

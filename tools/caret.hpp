@@ -17,6 +17,9 @@ struct Place {
 // return that no line feed follows; every other character is a column.
 Place placeOf(std::string_view text, std::size_t offset);
 
+// The offset of a place; the end of the text, or of the line, when there is no such place.
+std::size_t offsetOf(std::string_view text, Place place);
+
 // Places of a text from its front to its end: together they take one pass.
 class PlaceFinder {
 public:

@@ -6,9 +6,10 @@
 #include "netxml/io.h"
 #include "outcome.hpp"
 #include "version_text.hpp"
-#include "xsd/record_names.hpp"
+#include "xsd/builtin_types.hpp"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 #include <map>
 #include <thread>
@@ -86,11 +87,45 @@ xsd::SchemaOptions::Pairs pairsOf(const std::vector<std::string>& texts)
     return pairs;
 }
 
+bool isLetter(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+// Names that begin with "_" are the compiler's, or other people's.
 std::string complainAboutIdentifier(std::string& text)
 {
-    const bool digit = !text.empty() && text.front() >= '0' && text.front() <= '9';
-    if (!text.empty() && !digit && xsd::identifierText(text) == text) return {};
-    return "\"" + text + "\" is no identifier";
+    const auto fits = [](char c) { return isLetter(c) || (c >= '0' && c <= '9') || c == '_'; };
+    if (!text.empty() && isLetter(text.front()) && std::all_of(text.begin(), text.end(), fits))
+        return {};
+    return "\"" + text + "\" is no identifier that begins with a letter";
+}
+
+std::string complainAboutNamespacePart(std::string& text)
+{
+    if (std::string complaint = complainAboutPair(text); !complaint.empty()) return complaint;
+    const auto [uri, part] = pairsOf({text}).front();
+    if (uri.find_first_of(" \t\r\n") != std::string::npos)
+        return "\"" + uri + "\" is no namespace: there is white space in it";
+    std::string name = part;
+    return complainAboutIdentifier(name);
+}
+
+std::string withoutSchemaPrefix(const std::string& type)
+{
+    return type.starts_with("xs:") ? type.substr(3) : type;
+}
+
+std::string complainAboutTypes(std::string& text)
+{
+    if (std::string complaint = complainAboutPair(text); !complaint.empty()) return complaint;
+    const auto [type, other] = pairsOf({text}).front();
+    const auto isType = [](const std::string& name) {
+        return xsd::findBuiltin(withoutSchemaPrefix(name)) != nullptr;
+    };
+    const bool native = withoutSchemaPrefix(other) == "native";
+    if (isType(type) && (native || isType(other))) return {};
+    return "XML Schema has no simple type \"" + (isType(type) ? other : type) + "\"";
 }
 
 CLI::Validator oneOf(const std::vector<std::string>& words)
@@ -125,6 +160,7 @@ private:
     void addValidate();
     void addSchemaOptions(CLI::App& app);
     void addCompileSchema();
+    std::size_t readsOfStandardInput() const;
     void finish();
 
     CLI::App app_{"Checks, validates, formats and converts XML files, and looks into them.",
@@ -284,7 +320,7 @@ void CommandLine::addSchemaOptions(CLI::App& app)
                    "What stands for a type of XML Schema: another one, or \"native\" for the "
                    "library's own rules")
         ->allow_extra_args(false)
-        ->check(CLI::Validator(complainAboutPair, ""))
+        ->check(CLI::Validator(complainAboutTypes, ""))
         ->type_name("xs:TYPE=xs:TYPE");
     app.add_option("--network-types", schemas.networkNamespace,
                    "Namespace in which the six network types are known by their names")
@@ -319,7 +355,7 @@ void CommandLine::addCompileSchema()
     app->add_option("--namespace-map", namespaceMap_,
                     "What identifiers of a namespace are told apart by")
         ->allow_extra_args(false)
-        ->check(CLI::Validator(complainAboutPair, ""))
+        ->check(CLI::Validator(complainAboutNamespacePart, ""))
         ->type_name("URI=NAME");
     app->add_option("--depfile", options_.depfilePath,
                     "File for make or ninja with all documents that were read")
@@ -327,6 +363,18 @@ void CommandLine::addCompileSchema()
     app->add_flag("--list-outputs", options_.listOutputs,
                   "Only print which files would be written");
     addSchemaOptions(*app);
+}
+
+std::size_t CommandLine::readsOfStandardInput() const
+{
+    const auto countIn = [](const std::vector<std::string>& files) {
+        return static_cast<std::size_t>(std::count(files.begin(), files.end(), "-"));
+    };
+    const xsd::SchemaOptions& schemas = options_.schemas;
+    std::size_t count =
+        countIn(options_.files) + countIn(schemas.files) + countIn(schemas.catalogs);
+    for (const auto& [uri, file] : schemas.locations) count += file == "-" ? 1 : 0;
+    return count;
 }
 
 // What options mean together.
@@ -339,8 +387,6 @@ void CommandLine::finish()
     if (options_.inPlace &&
         std::find(options_.files.begin(), options_.files.end(), "-") != options_.files.end())
         throw CLI::ValidationError("--in-place", "standard input cannot be written to");
-    if (std::count(options_.files.begin(), options_.files.end(), "-") > 1)
-        throw CLI::ValidationError("FILE", "standard input can be read only once");
     options_.color = color_ == "always"  ? ColorUse::Always
                      : color_ == "never" ? ColorUse::Never
                                          : ColorUse::Auto;
@@ -351,10 +397,12 @@ void CommandLine::finish()
     options_.schemas.locations = pairsOf(locations_);
     options_.schemas.typeMap = pairsOf(typeMap_);
     options_.schemas.namespaceMap = pairsOf(namespaceMap_);
+    if (readsOfStandardInput() > 1)
+        throw CLI::ValidationError("FILE", "standard input can be read only once");
     if (language_ == "c++") options_.generatedLanguage = xsd::Language::Cxx;
     for (auto& [type, other] : options_.schemas.typeMap) {
-        if (type.starts_with("xs:")) type.erase(0, 3);
-        if (other.starts_with("xs:")) other.erase(0, 3);
+        type = withoutSchemaPrefix(type);
+        other = withoutSchemaPrefix(other);
     }
     if (options_.jobs == 0) options_.jobs = std::max(1u, std::thread::hardware_concurrency());
 }

@@ -10,6 +10,7 @@
 #include <climits>
 #include <cstdio>
 #include <fcntl.h>
+#include <memory>
 #include <optional>
 #include <sys/stat.h>
 
@@ -103,6 +104,45 @@ void writeDirectly(const std::string& path, std::string_view contents)
     if (error != 0) throw fileFailure(path, "write", error);
 }
 
+// What a file is to hold, complete in a new file beside it. A device or a pipe has none.
+class PreparedFile {
+public:
+    PreparedFile(const std::string& path, std::string_view contents)
+        : path_{path}, contents_{contents}
+    {
+        struct stat status {};
+        const bool exists = stat(path.c_str(), &status) == 0;
+        if (exists && S_ISDIR(status.st_mode)) throw fileFailure(path, "write", EISDIR);
+        if (exists && !S_ISREG(status.st_mode)) return;
+        // A new file could replace one that is write-protected; that protection is meant.
+        if (exists && faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0)
+            throw fileFailure(path, "write", errno);
+
+        target_ = finalTarget(path);
+        file_.emplace(target_);
+        int error = exists ? takeOver(file_->descriptor(), status) : 0;
+        if (error == 0) error = writeAll(file_->descriptor(), contents);
+        if (error == 0 && fsync(file_->descriptor()) != 0) error = errno;
+        if (file_->closeNow() != 0 && error == 0) error = errno;
+        if (error != 0) throw fileFailure(path, "write", error);
+    }
+
+    // Puts it into its place.
+    void commit()
+    {
+        if (!file_) return writeDirectly(path_, contents_);
+        const int error = file_->rename(target_);
+        if (error != 0) throw fileFailure(path_, "write", error);
+        commitDirectory(target_);
+    }
+
+private:
+    std::string path_;
+    std::string_view contents_;
+    std::string target_;
+    std::optional<TemporaryFile> file_;
+};
+
 }  // namespace
 
 int writeAll(int descriptor, std::string_view contents)
@@ -119,23 +159,20 @@ int writeAll(int descriptor, std::string_view contents)
 
 void writeFile(const std::string& path, std::string_view contents)
 {
-    struct stat status {};
-    const bool exists = stat(path.c_str(), &status) == 0;
-    if (exists && S_ISDIR(status.st_mode)) throw fileFailure(path, "write", EISDIR);
-    if (exists && !S_ISREG(status.st_mode)) return writeDirectly(path, contents);
-    // A new file could replace one that is write-protected; that protection is meant.
-    if (exists && faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0)
-        throw fileFailure(path, "write", errno);
+    writeFiles({NewContents{path, contents}});
+}
 
-    const std::string target = finalTarget(path);
-    TemporaryFile file{target};
-    int error = exists ? takeOver(file.descriptor(), status) : 0;
-    if (error == 0) error = writeAll(file.descriptor(), contents);
-    if (error == 0 && fsync(file.descriptor()) != 0) error = errno;
-    if (file.closeNow() != 0 && error == 0) error = errno;
-    if (error == 0) error = file.rename(target);
-    if (error != 0) throw fileFailure(path, "write", error);
-    commitDirectory(target);
+void writeFiles(const std::vector<NewContents>& files)
+{
+    std::vector<std::unique_ptr<PreparedFile>> prepared;
+    for (const NewContents& file : files)
+        prepared.push_back(std::make_unique<PreparedFile>(file.path, file.contents));
+    for (const auto& file : prepared) file->commit();
+}
+
+std::string finalPath(const std::string& path)
+{
+    return finalTarget(path);
 }
 
 }  // namespace netxml::tool

@@ -1,10 +1,14 @@
 // netxml schema compile: records in C for schema documents.
 #include "schema_command.hpp"
 
+#include "output_files.hpp"
 #include "safe_write.hpp"
 #include "xsd/code_writer.hpp"
 #include "xsd/compile_schema.hpp"
 #include "xsd/record_names.hpp"
+
+#include <cstdlib>
+#include <memory>
 
 namespace netxml::tool {
 namespace {
@@ -36,13 +40,30 @@ OutputPaths outputPaths(const Options& options)
     return paths;
 }
 
+// Names in C that begin with a digit do not exist, and those that begin with "_" are not ours.
 std::string prefixOf(const Options& options)
 {
-    std::string prefix = options.prefix;
-    if (prefix.empty()) prefix = xsd::identifierText(stemOf(options.schemas.files.front()));
-    if (prefix.empty() || (prefix.front() >= '0' && prefix.front() <= '9'))
-        prefix = "schema_" + prefix;
-    return prefix;
+    if (!options.prefix.empty()) return options.prefix;
+    const std::string prefix = xsd::identifierText(stemOf(options.schemas.files.front()));
+    const bool letter = !prefix.empty() && ((prefix.front() >= 'a' && prefix.front() <= 'z') ||
+                                            (prefix.front() >= 'A' && prefix.front() <= 'Z'));
+    if (prefix.empty()) return "schema";
+    return letter ? prefix : (prefix.starts_with('_') ? "schema" : "schema_") + prefix;
+}
+
+// The source includes the header by its name, as it is: there are no escapes in such a name.
+void refuseHeaderName(const std::string& path)
+{
+    const std::string name = fileOf(path);
+    for (const char c : name) {
+        if (c != '"' && c != '\\' && static_cast<unsigned char>(c) >= 0x20) continue;
+        Problem problem;
+        problem.file = path;
+        problem.message = "a header of this name cannot be included: quotes, backslashes and "
+                          "control characters end it or mean something else; name it with -H.";
+        problem.code = static_cast<std::uint32_t>(ToolCode::File);
+        throw Failure{Status::Usage, problem};
+    }
 }
 
 // As make reads it: blanks in names are escaped.
@@ -57,11 +78,38 @@ std::string makeName(const std::string& path)
     return name;
 }
 
+std::string absolutePath(const std::string& path)
+{
+    if (path.starts_with('/')) return path;
+    const std::unique_ptr<char, decltype(&std::free)> here{realpath(".", nullptr), &std::free};
+    return here ? std::string{here.get()} + "/" + path : path;
+}
+
+// What the outputs are made of. A rule with absolute outputs is read in another directory perhaps:
+// all its names are absolute.
 std::string dependencies(const OutputPaths& paths, const std::vector<std::string>& files)
 {
+    const bool absolute = paths.source.starts_with('/');
     std::string text = makeName(paths.source) + " " + makeName(paths.header) + ":";
-    for (const std::string& file : files) text += " \\\n  " + makeName(file);
+    for (const std::string& file : files) {
+        if (file == "-") continue;  // nothing that make could look at
+        text += " \\\n  " + makeName(absolute ? absolutePath(file) : file);
+    }
     return text + "\n";
+}
+
+std::vector<std::string> inputsOf(const xsd::CompiledSchema& compiled)
+{
+    std::vector<std::string> files = compiled.records.files;
+    files.insert(files.end(), compiled.catalogs.begin(), compiled.catalogs.end());
+    return files;
+}
+
+std::vector<std::string> outputsOf(const OutputPaths& paths, const Options& options)
+{
+    std::vector<std::string> files{paths.source, paths.header};
+    if (!options.depfilePath.empty()) files.push_back(options.depfilePath);
+    return files;
 }
 
 }  // namespace
@@ -74,6 +122,7 @@ Outcome compileSchemas(const Options& options)
         outcome.output = paths.source + "\n" + paths.header + "\n";
         return outcome;
     }
+    refuseHeaderName(paths.header);
     const auto compiled = xsd::compileSchema(options.schemas);
     for (const Problem& problem : compiled->problems) {
         const bool warning = problem.severity == Problem::Severity::Warning;
@@ -83,12 +132,14 @@ Outcome compileSchemas(const Options& options)
         outcome.status = Status::Schema;
         return outcome;
     }
+    refuseSharedOutputs(outputsOf(paths, options), inputsOf(*compiled));
     const xsd::GeneratedCode code = xsd::writeCode(
         compiled->records, {options.generatedLanguage, prefixOf(options), fileOf(paths.header)});
-    writeFile(paths.source, code.source);
-    writeFile(paths.header, code.header);
-    if (!options.depfilePath.empty())
-        writeFile(options.depfilePath, dependencies(paths, compiled->records.files));
+    const std::string rule = dependencies(paths, inputsOf(*compiled));
+    // The source is the newest of them: it includes the header.
+    std::vector<NewContents> files{{paths.header, code.header}, {paths.source, code.source}};
+    if (!options.depfilePath.empty()) files.push_back({options.depfilePath, rule});
+    writeFiles(files);
     return outcome;
 }
 

@@ -78,8 +78,8 @@ class Schema:
     `path` is taken, less "lib" in front and "_schema" behind.
 
     A schema stays registered until the process ends, and schemas of one file share that: a file
-    that is compiled again needs another name. Raises SchemaError, also where another schema with
-    network types is registered already.
+    that is compiled again needs another name. Raises SchemaError, also where a schema with network
+    types of another namespace is registered already.
     """
 
     def __init__(self, path: str | os.PathLike[str], prefix: str | None = None) -> None:
@@ -128,8 +128,8 @@ def _register(path: str, prefix: str) -> lib.SchemaRoot:
     if lib.init_root(ctypes.byref(root)) != lib.OK or register(ctypes.byref(root)) != lib.OK:
         lib.exit_root(ctypes.byref(root))
         raise SchemaError(
-            f"{path} cannot be registered: network types belong to one schema at a time,"
-            " or memory ran out"
+            f"{path} cannot be registered: network types belong to one namespace at a"
+            " time, or memory ran out"
         )
     return root
 

@@ -11,6 +11,7 @@ import netxml
 DOCUMENTS = Path(environ["NETXML_SOURCE"]) / "examples/interfaces/documents"
 SCHEMA = Path(environ["NETXML_SCHEMA"])
 FAILING = Path(environ["NETXML_FAILING_SCHEMA"])
+ELSEWHERE = Path(environ["NETXML_ELSEWHERE_SCHEMA"])
 
 # The twelve kinds of violation: what each document of the example is wrong about.
 BROKEN = [
@@ -89,12 +90,20 @@ class Schemas(unittest.TestCase):
             with self.assertRaisesRegex(netxml.SchemaError, "other_schema_register"):
                 netxml.Schema(other)
 
-    def test_network_types_belong_to_one_schema(self) -> None:
+    def test_network_types_belong_to_one_namespace(self) -> None:
+        for _ in range(2):
+            with self.assertRaisesRegex(netxml.SchemaError, "network types"):
+                netxml.Schema(ELSEWHERE)
+        self.test_valid_documents()
+        self.test_every_kind_of_violation()
+
+    def test_schemas_share_the_namespace_of_network_types(self) -> None:
         with tempfile.TemporaryDirectory() as folder:
-            copy = shutil.copy(SCHEMA, folder + "/another.so")
-            for _ in range(2):
-                with self.assertRaisesRegex(netxml.SchemaError, "network types"):
-                    netxml.Schema(copy, "interfaces")
+            copy = netxml.Schema(shutil.copy(SCHEMA, folder + "/another.so"), "interfaces")
+            valid = DOCUMENTS / "valid-01-minimal.xml"
+            self.assertTrue(copy.validate(netxml.parse_file(valid)))
+            wrong = DOCUMENTS / "broken-03-small-mtu.xml"
+            self.assertFalse(copy.validate(netxml.parse_file(wrong)))
         self.test_valid_documents()
         self.test_every_kind_of_violation()
 

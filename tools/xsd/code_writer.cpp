@@ -4,6 +4,7 @@
 #include "xsd/enumerator_names.hpp"
 #include "xsd/record_fields.hpp"
 #include "xsd/record_names.hpp"
+#include "xsd/registration_text.hpp"
 
 #include <algorithm>
 
@@ -41,22 +42,30 @@ private:
         return "Made by \"netxml schema compile\" from " + files + ". Do not edit.";
     }
 
+    // Told apart by the prefix, like the functions; no header of netxml's own ends so.
+    std::string guard() const { return upper(options_.prefix) + "_SCHEMA_RECORDS_H"; }
+
     std::string header() const
     {
-        const std::string guard = upper(identifierText(options_.headerName));
         const std::string& p = options_.prefix;
-        return "/* " + madeFrom() + " */\n#ifndef " + guard + "\n#define " + guard +
+        return "/* " + madeFrom() + " */\n#ifndef " + guard() + "\n#define " + guard() +
                "\n\n#include \"netxml/schema.h\"\n\n#ifdef __cplusplus\nextern \"C\" {\n#endif\n\n"
-               "/*\n * Registers the schema in a root that Schema_InitRoot() has prepared. The "
-               "records "
-               "are static;\n * any number of roots may hold them, but only one thread may "
-               "register "
-               "at a time.\n *\n * Returns XML_RET_OK, or what the first call that failed "
-               "returned; "
-               "the root is as it was then.\n */\nuint32_t " +
+               "/*\n"
+               " * Registers the schema in a root that Schema_InitRoot() has prepared. The records "
+               "are static;\n"
+               " * any number of roots may hold them, but only one thread may register at a time. "
+               ""
+               "Registered twice\n"
+               " * in one root, they stand there twice, and each call takes them out once.\n"
+               " *\n"
+               " * Returns XML_RET_OK, or what the first call that failed returned; the root is as "
+               "it was then.\n"
+               " */\nuint32_t " +
                p +
-               "_schema_register(Schema_Root* root);\n\n/* Takes the schema out of a root "
-               "again. NULL is ignored. */\nvoid " +
+               "_schema_register(Schema_Root* root);\n\n"
+               "/* Takes the schema out of a root again. NULL is ignored, and so is a root that "
+               "does not hold it. */\n"
+               "void " +
                p +
                "_schema_deregister(Schema_Root* root);\n\n#ifdef __cplusplus\n}\n#endif\n\n"
                "#endif\n";
@@ -375,61 +384,15 @@ private:
         add(records_.topAttributes, "SCHEMA_KIND_ATTRIBUTE");
         add(records_.topComplexTypes, "SCHEMA_KIND_COMPLEX_TYPE");
         add(records_.topElements, "SCHEMA_KIND_ELEMENT");
-        out_ += "\n/* What is registered, in this order. */\n";
+        out_ += objects.empty() ? "" : "\n/* What is registered, in this order. */\n";
         defineArray("Schema_Object", "topObjects", objects,
                     [](const std::string& object) { return object; });
-        const std::string& p = options_.prefix;
-        const bool network = !records_.networkTypes.empty();
-        if (network) writeNetworkTypes();
-        // Taken out from the last one, the others stay in their order.
-        out_ += "\n/* Takes out the first `count` objects. */\n"
-                "static void deregisterObjects(Schema_Root* root, size_t count)\n{\n"
-                "    while (count != 0) Schema_DeregTopObject(root, &topObjects[--count]);\n}\n\n"
-                "uint32_t " +
-                p +
-                "_schema_register(Schema_Root* root)\n{\n"
-                "    const size_t count = sizeof topObjects / sizeof topObjects[0];\n"
-                "    uint32_t status = XML_RET_OK;\n    size_t i;\n    fillBases();\n" +
-                (network ? "    status = nameNetworkTypes();\n"
-                           "    if (status != XML_RET_OK) return status;\n"
-                         : "") +
-                "    for (i = 0; i < count; ++i) {\n"
-                "        status = Schema_RegTopObject(root, &topObjects[i]);\n"
-                "        if (status == XML_RET_OK) continue;\n"
-                "        deregisterObjects(root, i);\n" +
-                (network ? "        releaseNetworkTypes();\n" : "") +
-                "        break;\n    }\n    return status;\n}\n\nvoid " + p +
-                "_schema_deregister(Schema_Root* root)\n{\n    if (!root) return;\n"
-                "    deregisterObjects(root, sizeof topObjects / sizeof topObjects[0]);\n" +
-                (network ? "    releaseNetworkTypes();\n" : "") + "}\n";
-    }
-
-    void writeNetworkTypes()
-    {
-        std::string names;
+        Registration registration{options_.prefix, objects.size(), null_, {}, {}};
         for (const std::string& type : records_.networkTypes)
-            names += (names.empty() ? "" : ", ") + stringLiteral(type);
-        const std::string uri = nameSpace(records_.networkNamespace);
-        out_ +=
-            "\n/* The types that the library checks by name get the schema's namespace while a "
-            "root holds it. */\nstatic const char* const networkTypes[] = {" +
-            names +
-            "};\nstatic const size_t networkTypeCount = sizeof networkTypes / sizeof "
-            "networkTypes[0];\nstatic uint32_t holders;\n\n"
-            "static void unnameNetworkTypes(size_t count)\n{\n"
-            "    while (count != 0)\n        Schema_ReplaceInnerTypeNS(networkTypes["
-            "--count], " +
-            uri + ", " + null_ +
-            ");\n}\n\nstatic uint32_t nameNetworkTypes(void)\n{\n    size_t i;\n"
-            "    if (holders++ != 0) return XML_RET_OK;\n"
-            "    for (i = 0; i < networkTypeCount; ++i) {\n"
-            "        const uint32_t status = Schema_ReplaceInnerTypeNS(networkTypes[i], " +
-            null_ + ", " + uri +
-            ");\n        if (status == XML_RET_OK) continue;\n"
-            "        unnameNetworkTypes(i);\n        --holders;\n        return status;\n"
-            "    }\n    return XML_RET_OK;\n}\n\n"
-            "static void releaseNetworkTypes(void)\n{\n"
-            "    if (holders != 0 && --holders == 0) unnameNetworkTypes(networkTypeCount);\n}\n";
+            registration.networkTypes.push_back(stringLiteral(type));
+        if (!registration.networkTypes.empty())
+            registration.networkNamespace = nameSpace(records_.networkNamespace);
+        out_ += registrationText(registration);
     }
 
     const SchemaRecords& records_;

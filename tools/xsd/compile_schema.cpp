@@ -42,6 +42,8 @@ public:
         nameNamespaces();
     }
 
+    const std::vector<std::string>& catalogs() const { return set_.catalogs(); }
+
 private:
     // Other namespaces than the target's stand in identifiers by what the command line calls them,
     // or by a prefix that a document gives them.
@@ -75,6 +77,7 @@ std::unique_ptr<CompiledSchema> compileSchema(const SchemaOptions& options)
     const auto compilation = std::make_shared<Compilation>(options, result->records, diagnostics);
     compilation->run();
     result->documents = compilation;
+    result->catalogs = compilation->catalogs();
     result->problems = diagnostics.problems();
     std::stable_sort(result->problems.begin(), result->problems.end(),
                      [](const tool::Problem& a, const tool::Problem& b) {

@@ -12,6 +12,7 @@ namespace netxml::xsd {
 struct CompiledSchema {
     std::shared_ptr<const void> documents;  // the places in records point into them
     SchemaRecords records;
+    std::vector<std::string> catalogs;    // files that were read to find documents
     std::vector<tool::Problem> problems;  // in the order of the documents
     bool failed = false;                  // then the records are not to be used
 };

@@ -1,12 +1,15 @@
 #include "xsd/entity_text.hpp"
 
 #include "markup.hpp"
+#include "netxml/io.h"
+#include "recode.hpp"
 #include "utf8_text.hpp"
 
 #include <algorithm>
 #include <cstdlib>
 #include <map>
 #include <string_view>
+#include <utility>
 
 namespace netxml::xsd {
 namespace {
@@ -56,12 +59,24 @@ Foreign foreignEncoding(std::string_view name)
     return Foreign::None;
 }
 
+// The name of the encoding in the XML declaration; it points into `text`.
+std::string_view declaredEncoding(std::string_view text)
+{
+    if (!text.starts_with("<?xml")) return {};
+    return declared(text.substr(0, text.find("?>")), "encoding");
+}
+
+void declareUtf8(std::string& bytes)
+{
+    const std::string_view encoding = declaredEncoding(bytes);
+    bytes.replace(static_cast<std::size_t>(encoding.data() - bytes.data()), encoding.size(),
+                  "UTF-8");
+}
+
 void turnIntoUtf8(std::string& bytes)
 {
-    constexpr std::string_view kOpen = "<?xml";
     const std::string_view text{bytes};
-    if (text.substr(0, kOpen.size()) != kOpen) return;
-    const std::string_view encoding = declared(text.substr(0, text.find("?>")), "encoding");
+    const std::string_view encoding = declaredEncoding(text);
     const Foreign foreign = foreignEncoding(encoding);
     if (foreign == Foreign::None) return;
     // Where Windows has characters of its own, the two differ.
@@ -69,10 +84,22 @@ void turnIntoUtf8(std::string& bytes)
     if (!equalsIgnoringCase(encoding, "iso-8859-1") &&
         std::any_of(text.begin(), text.end(), isControl))
         return;
-    bytes.replace(static_cast<std::size_t>(encoding.data() - text.data()), encoding.size(),
-                  "UTF-8");
+    declareUtf8(bytes);
     // A byte beyond ASCII in the former is for the parser to refuse.
     if (foreign == Foreign::Latin1) bytes = latinToUtf8(bytes);
+}
+
+// GBK and its kin: a byte of such a character may look like markup.
+void recodeToUtf8(std::string& bytes)
+{
+    const std::string_view name = declaredEncoding(bytes);
+    if (name.empty()) return;
+    const XML_Encoding encoding = XML_DOM_EncodingStrToEnum(std::string{name}.c_str());
+    if (encoding == XML_ENCODING_NONE || encoding == XML_ENCODING_UTF_8) return;
+    auto text = tool::recode(bytes, encoding, XML_ENCODING_UTF_8);
+    if (!text || declaredEncoding(*text).empty()) return;
+    bytes = std::move(*text);
+    declareUtf8(bytes);
 }
 
 using Entities = std::map<std::string, std::string, std::less<>>;
@@ -126,73 +153,119 @@ Entities entitiesOf(std::string_view doctype)
     return entities;
 }
 
-// Replaces references, entities inside entities too. A quote is written as a reference, so that it
-// ends no attribute's value.
-class Expander {
-public:
-    explicit Expander(const Entities& entities) : entities_{entities} {}
+}  // namespace
 
-    std::string expand(std::string_view text)
-    {
-        std::string result;
-        append(result, text, 0);
-        return result;
-    }
+// Replaces references, entities inside entities too.
+class ReadableText::Expander {
+public:
+    explicit Expander(ReadableText& result) : result_{result} {}
+
+    void document() { markup(result_.written_); }
 
 private:
-    void append(std::string& to, std::string_view text, unsigned nesting)
+    enum class Place {
+        Content,  // what an entity holds is markup
+        Tag,      // it is text in a value, and the tag stands in the file
+        Value,    // the same, and it stands in an entity
+    };
+
+    void markup(std::string_view source)
     {
-        while (!text.empty()) {
-            const std::size_t size = std::min(text.find('&'), text.size());
-            appendPlain(to, text.substr(0, size), nesting);
-            text.remove_prefix(size);
-            if (text.empty()) return;
-            const std::size_t end = text.find_first_of(kNameEnd, 1);
-            const auto entity = end == std::string_view::npos || text[end] != ';'
-                                    ? entities_.end()
-                                    : entities_.find(text.substr(1, end - 1));
-            if (entity == entities_.end() || nesting == kMostEntityNesting ||
-                entity->second.size() > kMostExpansion - expanded_) {
-                to += '&';
-                text.remove_prefix(1);
-                continue;
-            }
-            expanded_ += entity->second.size();
-            append(to, entity->second, nesting + 1);
-            text.remove_prefix(end + 1);
-        }
-    }
-    static void appendPlain(std::string& to, std::string_view text, unsigned nesting)
-    {
-        for (const char c : text) {
-            if (nesting != 0 && c == '"') to += "&#34;";
-            else if (nesting != 0 && c == '\'') to += "&#39;";
-            else to += c;
+        using tool::PieceKind;
+        tool::Pieces pieces{source};
+        for (tool::Piece piece{}; !result_.trouble_ && pieces.next(piece);) {
+            const bool tag = piece.kind == PieceKind::StartTag || piece.kind == PieceKind::EmptyTag;
+            if (piece.kind == PieceKind::Doctype && open_.empty())
+                entities_ = entitiesOf(piece.text);
+            if (tag) references(piece.text, Place::Tag);
+            else if (piece.kind == PieceKind::Text) references(piece.text, Place::Content);
+            else result_.text_ += piece.text;
         }
     }
 
-    const Entities& entities_;
+    void references(std::string_view source, Place place)
+    {
+        while (!source.empty() && !result_.trouble_) {
+            const std::size_t size = std::min(source.find('&'), source.size());
+            plain(source.substr(0, size), place);
+            source.remove_prefix(size);
+            if (source.empty()) return;
+            const std::size_t end = source.find_first_of(kNameEnd, 1);
+            const auto entity = end == std::string_view::npos || source[end] != ';'
+                                    ? entities_.end()
+                                    : entities_.find(source.substr(1, end - 1));
+            const std::size_t taken = entity == entities_.end() ? 1 : end + 1;
+            if (entity == entities_.end()) result_.text_ += '&';
+            else reference(*entity, source.substr(0, taken), place);
+            source.remove_prefix(taken);
+        }
+    }
+
+    // The outermost reference is the one that stands in the file.
+    void reference(const Entities::value_type& entity, std::string_view source, Place place)
+    {
+        if (open_.empty())
+            outer_ = static_cast<std::size_t>(source.data() - result_.written_.data());
+        if (const char* why = complaint(entity)) {
+            result_.trouble_ = Trouble{outer_, "the entity \"" + entity.first + "\" " + why};
+            return;
+        }
+        expanded_ += entity.second.size();
+        const std::size_t begin = result_.text_.size();
+        open_.push_back(&entity);
+        if (place == Place::Content) markup(entity.second);
+        else references(entity.second, Place::Value);
+        open_.pop_back();
+        if (open_.empty())
+            result_.replacements_.push_back(
+                {begin, result_.text_.size(), outer_, outer_ + source.size()});
+    }
+
+    const char* complaint(const Entities::value_type& entity) const
+    {
+        if (std::find(open_.begin(), open_.end(), &entity) != open_.end()) return "holds itself.";
+        if (open_.size() == kMostEntityNesting)
+            return "lies in more than 64 others; that is more than this compiler takes.";
+        if (entity.second.size() > kMostExpansion - expanded_)
+            return "does not fit: the entities of a document may come to 1 MiB of text.";
+        return nullptr;
+    }
+
+    // A quote from an entity does not end a value (section 4.4.5).
+    void plain(std::string_view source, Place place)
+    {
+        for (const char c : source) {
+            if (place == Place::Value && c == '"') result_.text_ += "&#34;";
+            else if (place == Place::Value && c == '\'') result_.text_ += "&#39;";
+            else result_.text_ += c;
+        }
+    }
+
+    ReadableText& result_;
+    Entities entities_;
+    std::vector<const Entities::value_type*> open_;
+    std::size_t outer_ = 0;  // where the outermost reference stands
     std::size_t expanded_ = 0;
 };
 
-}  // namespace
-
-std::string readableBytes(std::string bytes)
+ReadableText::ReadableText(std::string bytes) : text_{std::move(bytes)}
 {
-    turnIntoUtf8(bytes);
-    if (std::string_view{bytes}.find("<!ENTITY") == std::string_view::npos) return bytes;
-    Entities entities;
-    std::string result;
-    tool::Pieces pieces{std::string_view{bytes}};
-    using tool::PieceKind;
-    for (tool::Piece piece{}; pieces.next(piece);) {
-        if (piece.kind == PieceKind::Doctype) entities = entitiesOf(piece.text);
-        const bool refers = piece.kind == PieceKind::StartTag ||
-                            piece.kind == PieceKind::EmptyTag || piece.kind == PieceKind::Text;
-        if (refers && !entities.empty()) result += Expander{entities}.expand(piece.text);
-        else result += piece.text;
-    }
-    return result;
+    turnIntoUtf8(text_);
+    if (std::string_view{text_}.find("<!ENTITY") == std::string_view::npos) return;
+    recodeToUtf8(text_);
+    written_.swap(text_);
+    Expander{*this}.document();
+    if (replacements_.empty() && !trouble_) written_.clear();
+}
+
+std::size_t ReadableText::writtenOffset(std::size_t offset) const
+{
+    const auto next = std::upper_bound(
+        replacements_.begin(), replacements_.end(), offset,
+        [](std::size_t wanted, const Replacement& entry) { return wanted < entry.begin; });
+    if (next == replacements_.begin()) return offset;
+    const Replacement& last = *(next - 1);
+    return offset < last.end ? last.writtenBegin : last.writtenEnd + (offset - last.end);
 }
 
 }  // namespace netxml::xsd

@@ -129,9 +129,15 @@ void SchemaSet::follow(const SchemaNode& node, const SchemaDocument& document)
         else missing_.emplace(nameSpace, lineOf(node.place));
         return;
     }
-    if (node.is("redefine") && node.children.size() != 0) {
+    const auto isChange = [](const SchemaNode* child) { return !child->is("annotation"); };
+    if (node.is("redefine") && std::any_of(node.children.begin(), node.children.end(), isChange)) {
         diagnostics_.error(node.place, "\"redefine\" is not supported: declare the changed types "
                                        "in a schema of your own, and include this one's parts.");
+        return;
+    }
+    if (!node.find("schemaLocation")) {
+        diagnostics_.error(node.place,
+                           "\"" + node.name.local + "\" needs the attribute \"schemaLocation\".");
         return;
     }
     if (const auto path = locations_.ofInclude(location, document.file->name())) {

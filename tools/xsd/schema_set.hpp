@@ -53,6 +53,8 @@ public:
     }
     // Every file that was read, the first ones first.
     std::vector<std::string> fileNames() const;
+    // The catalogs that were read.
+    const std::vector<std::string>& catalogs() const { return locations_.catalogs(); }
     const std::string& targetNamespace() const { return documents_.front().targetNamespace; }
     // The prefix that a document binds to a namespace; empty when none does.
     std::string prefixOf(const std::string& nameSpace) const;

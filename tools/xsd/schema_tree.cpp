@@ -3,6 +3,7 @@
 #include "caret.hpp"
 #include "input_file.hpp"
 #include "markup.hpp"
+#include "recode.hpp"
 #include "source_text.hpp"
 #include "xsd/entity_text.hpp"
 
@@ -55,10 +56,44 @@ const std::string* SchemaNode::nameSpaceOf(std::string_view prefix) const
     return prefix.empty() ? &none : nullptr;
 }
 
+namespace {
+
+// The text whose lines and columns are those of the file, without a byte-order mark.
+std::string_view writtenText(const tool::SourceText& source, const ReadableText& readable)
+{
+    if (!readable.hasReplacements()) return source.text();
+    return std::string_view{readable.written()}.substr(source.mark().size());
+}
+
+// A failure of the parser, at the place in the file.
+tool::Failure asWritten(const tool::Failure& failure, const ReadableText& readable)
+{
+    if (!readable.hasReplacements()) return failure;
+    tool::Problem problem = failure.problem();
+    const std::size_t mark = tool::startOf(readable.text()).markSize;
+    const std::string_view text = std::string_view{readable.text()}.substr(mark);
+    const std::string_view written = std::string_view{readable.written()}.substr(mark);
+    const std::size_t offset = tool::offsetOf(text, {problem.line, problem.column});
+    const tool::Place place = tool::placeOf(written, readable.writtenOffset(offset + mark) - mark);
+    problem.line = place.line;
+    problem.column = place.column;
+    problem.sourceLine.clear();
+    problem.caretLine.clear();
+    tool::showPlace(problem, written);
+    return tool::Failure{failure.status(), problem};
+}
+
+}  // namespace
+
 // Makes nodes of the parser's events, and finds their places in the text beside it.
 class SchemaFile::Builder : public tool::Events {
 public:
-    Builder(SchemaFile& file, std::string_view text) : file_{file}, text_{text}, pieces_{text} {}
+    // `text` is what is parsed, and `readable` what it is made of; both live as long as this.
+    Builder(SchemaFile& file, const tool::SourceText& source, const ReadableText& readable)
+        : file_{file}, readable_{readable}, text_{source.text()}, mark_{source.mark().size()},
+          pieces_{text_}, places_{writtenText(source, readable)}
+    {
+    }
 
     void startElement(const EventName& name, std::span<const EventDeclaration> declarations,
                       std::span<const EventAttribute> attributes) override
@@ -95,35 +130,24 @@ public:
 private:
     SourcePlace nextPlace()
     {
+        tool::Place place;
         for (tool::Piece piece; pieces_.next(piece);) {
             if (piece.kind != tool::PieceKind::StartTag && piece.kind != tool::PieceKind::EmptyTag)
                 continue;
             const auto offset = static_cast<std::size_t>(piece.text.data() - text_.data());
-            advance(offset);
+            place = places_.at(readable_.writtenOffset(offset + mark_) - mark_);
             break;
         }
-        return {&file_.name_, line_,
-                tool::placeOf(text_.substr(lineStart_), at_ - lineStart_).column};
-    }
-    void advance(std::size_t offset)
-    {
-        for (; at_ < offset; ++at_) {
-            const bool ends =
-                text_[at_] == '\n' ||
-                (text_[at_] == '\r' && (at_ + 1 == text_.size() || text_[at_ + 1] != '\n'));
-            if (!ends) continue;
-            ++line_;
-            lineStart_ = at_ + 1;
-        }
+        return {&file_.name_, place.line, place.column};
     }
 
     SchemaFile& file_;
+    const ReadableText& readable_;
     std::string_view text_;
+    std::size_t mark_;
     tool::Pieces pieces_;
+    tool::PlaceFinder places_;
     std::vector<SchemaNode*> open_;
-    std::size_t at_ = 0;
-    std::size_t lineStart_ = 0;
-    std::uint32_t line_ = 1;
 };
 
 SchemaFile::SchemaFile(const std::string& path) : name_{path}
@@ -140,10 +164,22 @@ SchemaFile::SchemaFile(std::string name, std::string_view text) : name_{std::mov
 void SchemaFile::build(std::string bytes)
 {
     tool::ProgressBar silent{false, 0, 1};
-    tool::SourceText source{name_, readableBytes(std::move(bytes)), silent};
-    source.parse(nullptr);
+    const ReadableText readable{std::move(bytes)};
+    if (const auto& trouble = readable.trouble()) {
+        const std::size_t mark = tool::startOf(readable.written()).markSize;
+        throw tool::Failure{tool::Status::Schema,
+                            tool::problemAt(name_, readable.written().substr(mark),
+                                            trouble->offset - mark, trouble->message,
+                                            tool::ToolCode::SchemaBroken)};
+    }
+    tool::SourceText source{name_, readable.text(), silent};
+    try {
+        source.parse(nullptr);
+    } catch (const tool::Failure& failure) {
+        throw asWritten(failure, readable);
+    }
     source.decode();
-    Builder builder{*this, source.text()};
+    Builder builder{*this, source, readable};
     source.parse(&builder);
 }
 
