@@ -165,6 +165,7 @@ void writeFile(const std::string& path, std::string_view contents)
 void writeFiles(const std::vector<NewContents>& files)
 {
     std::vector<std::unique_ptr<PreparedFile>> prepared;
+    prepared.reserve(files.size());
     for (const NewContents& file : files)
         prepared.push_back(std::make_unique<PreparedFile>(file.path, file.contents));
     for (const auto& file : prepared) file->commit();

@@ -108,20 +108,19 @@ using Entities = std::map<std::string, std::string, std::less<>>;
 std::string replacementText(std::string_view value)
 {
     std::string text;
-    while (!value.empty()) {
-        const std::size_t end = value.find(';');
-        if (value.starts_with("&#") && end != std::string_view::npos) {
-            const bool hex = value.starts_with("&#x");
-            const std::string digits{value.substr(hex ? 3 : 2, end - (hex ? 3 : 2))};
-            tool::appendCharacter(text, static_cast<std::uint32_t>(
-                                            std::strtoul(digits.c_str(), nullptr, hex ? 16 : 10)));
-            value.remove_prefix(end + 1);
-        } else {
-            text += value.front();
-            value.remove_prefix(1);
-        }
+    for (;;) {
+        const std::size_t begin = value.find("&#");
+        const std::size_t end = value.find(';', std::min(begin, value.size()));
+        if (end == std::string_view::npos) break;
+        text += value.substr(0, begin);
+        value.remove_prefix(begin);
+        const bool hex = value.starts_with("&#x");
+        const std::string digits{value.substr(hex ? 3 : 2, end - begin - (hex ? 3 : 2))};
+        tool::appendCharacter(
+            text, static_cast<std::uint32_t>(std::strtoul(digits.c_str(), nullptr, hex ? 16 : 10)));
+        value.remove_prefix(end - begin + 1);
     }
-    return text;
+    return text.append(value);
 }
 
 // The general entities with a value of their own in "<!ENTITY name "value">".
