@@ -39,7 +39,7 @@ class Driver:
     def __init__(self, netxml: str, cc: str, cxx: str, library: str, includes: str, driver: str,
                  *flags: str) -> None:
         self.netxml, self.cc, self.cxx, self.driver = netxml, cc, cxx, driver
-        self.library, self.includes, self.flags = Path(library), includes, list(flags)
+        self.linked, self.includes, self.flags = Path(library), includes, list(flags)
 
     def build(self, directory: Path, second: str, cxx: bool) -> Path:
         suffix = ".cpp" if cxx else ".c"
@@ -52,7 +52,7 @@ class Driver:
         language = ["-x", "c++", "-std=c++17"] if cxx else ["-x", "c", "-std=c99"]
         run([self.cxx if cxx else self.cc, *WARNINGS, *self.flags, "-I", self.includes, "-I", ".",
              *language, f"first{suffix}", f"second{suffix}", self.driver, "-x", "none",
-             str(self.library), f"-Wl,-rpath,{self.library.parent}", "-o", "driver"], directory)
+             str(self.linked), f"-Wl,-rpath,{self.linked.parent}", "-o", "driver"], directory)
         return directory / "driver"
 
 
