@@ -39,7 +39,7 @@ struct XML_IO_OutStream {
     netxml::SinkFunction sink;
     iconv_t converter;  // not open: no conversion, or not needed yet
     std::size_t pendingCount;
-    std::uint8_t pendingBytes[8];  // an incomplete character from the last append; 4 are used
+    std::uint8_t pendingBytes[8];  // the begin of a character from the last append
     netxml::StreamKind kind;
 
     XML_Encoding sourceEncoding;

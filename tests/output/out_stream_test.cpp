@@ -223,6 +223,24 @@ PlainResult plainConversion(const char* target, const std::string& source)
     return result;
 }
 
+// glibc waits for all six bytes of a form that UTF-8 no longer has, and refuses it then.
+TEST(OutStream, TheOldFormsOfUtf8AreRefusedWhereverTheyAreCut)
+{
+    const XML_Encoding targets[] = {XML_ENCODING_UTF_32, XML_ENCODING_UTF_16LE,
+                                    XML_ENCODING_GB18030};
+    for (const std::string old : {"\xFD\x9D\x9D\x9D\x9D\x9D", "\xF8\x9D\x9D\x9D\x9D"}) {
+        for (const XML_Encoding target : targets) {
+            for (std::size_t cut = 1; cut != old.size(); ++cut) {
+                const Stream s = memory(XML_ENCODING_UTF_8, target);
+                ASSERT_EQ(append(s, "x" + old.substr(0, cut)), XML_RET_OK) << cut;
+                const std::string before = held(s);
+                EXPECT_EQ(append(s, old.substr(cut) + std::string(60, 'y')), XML_RET_FAIL) << cut;
+                EXPECT_EQ(held(s), before);
+            }
+        }
+    }
+}
+
 TEST(OutStream, AFailingConversionKeepsWholeAreasInMemoryAndFile)
 {
 #ifdef __SANITIZE_ADDRESS__
