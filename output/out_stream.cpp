@@ -128,10 +128,10 @@ std::uint32_t convertToSink(XML_IO_OutStream& s, ConvertInput in) noexcept
 std::uint32_t completePending(XML_IO_OutStream& s, const std::uint8_t*& bytes,
                               std::size_t& length) noexcept
 {
-    // Four at most of a character; glibc also waits for the rest of the six bytes that UTF-8 once
-    // had.
+    constexpr std::size_t kLongest = 4;  // bytes of a character in any of the encodings
+    // glibc may hold more: it waits for the six bytes that UTF-8 once had. Those never complete.
     const std::size_t held = s.pendingCount;
-    const std::size_t room = sizeof s.pendingBytes - held;
+    const std::size_t room = held < kLongest ? kLongest - held : 0;
     const std::size_t taken = length < room ? length : room;
     std::memcpy(s.pendingBytes + held, bytes, taken);
 
